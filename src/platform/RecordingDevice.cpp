@@ -85,7 +85,7 @@ std::string TextStatePart(const RecordedPrimitive& p) {
 
 }  // namespace
 
-std::string Describe(const RecordedPrimitive& p) {
+std::string DescribePrimitive(const RecordedPrimitive& p) {
   std::string out = KindName(p.kind) + Points(p);
   if (p.kind == PrimitiveKind::Text) return out + " " + Quoted(p.text) + FontPart(p.font) + TextStatePart(p);
   out += PenPart(p.pen);
@@ -107,7 +107,7 @@ void CRecordingDevice::Clear() {
 
 std::string CRecordingDevice::ToString() const {
   std::string out;
-  for (const RecordedPrimitive& p : m_primitives) out += Describe(p) + "\n";
+  for (const RecordedPrimitive& p : m_primitives) out += DescribePrimitive(p) + "\n";
   return out;
 }
 

@@ -75,4 +75,4 @@ class VANTREL1_EXPORT CRecordingDevice : public GdiDevice {
 // "polyline (0,0) (30,0) | pen solid 1 RGB(0,0,0)" and the like: the primitive's kind, its
 // points with every digit a double needs to read back the same, and the state that matters
 // for its kind.
-VANTREL1_EXPORT std::string Describe(const RecordedPrimitive& primitive);
+VANTREL1_EXPORT std::string DescribePrimitive(const RecordedPrimitive& primitive);
