@@ -108,14 +108,20 @@ CArchive::CArchive(const CStdStrW& strFileName, Mode nMode)
   const std::string path = vantrel1::ToUtf8(strFileName);
   m_pFile = std::fopen(path.c_str(), nMode == load ? "rb" : "wb");
   if (m_pFile == nullptr) Throw(CArchiveException::genericException);
-  if (nMode == load) {
-    struct stat info {};
-    // Anything but a regular file has no size to check lengths against; strings are then
-    // bounded only by the data that actually arrives.
-    const bool sized = fstat(fileno(m_pFile), &info) == 0 && S_ISREG(info.st_mode);
-    m_nFileSize = sized ? static_cast<std::uint64_t>(info.st_size)
-                        : std::numeric_limits<std::uint64_t>::max();
+  if (nMode == load) MeasureFile();
+}
+
+// Anything but a regular file (a pipe, a device) has no size to check lengths against;
+// its strings are bounded only by the data that actually arrives.
+void CArchive::MeasureFile() {
+  struct stat info {};
+  const bool known = fstat(fileno(m_pFile), &info) == 0;
+  if (known && S_ISDIR(info.st_mode)) {
+    Abort();
+    Throw(CArchiveException::genericException);
   }
+  m_nFileSize = known && S_ISREG(info.st_mode) ? static_cast<std::uint64_t>(info.st_size)
+                                               : std::numeric_limits<std::uint64_t>::max();
 }
 
 CArchive::CArchive(Mode nMode) : m_nMode(nMode) {}

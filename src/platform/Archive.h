@@ -100,6 +100,7 @@ class VANTREL1_EXPORT CArchive {
   void ReadExactly(void* lpBuf, std::size_t nCount);
   void WriteBytes(const void* lpBuf, std::size_t nCount);
   std::size_t ReadBytes(void* lpBuf, std::size_t nCount);
+  void MeasureFile();
   std::uint64_t BytesLeft() const;
   std::uint64_t ReadStringLength(bool& bWide);
   void WriteStringLength(std::uint64_t nLength);

@@ -17,7 +17,7 @@
 // default constructor); DECLARE_SERIAL is the same with a schema number other than 0xFFFF.
 // The DECLARE macros leave the class in `public:` and may be followed by a semicolon or
 // not. Because GetRuntimeClass is declared `override`, clang expects the class's other
-// overrides (Serialize, the destructor is exempt) to say `override` as well.
+// overrides, such as Serialize, to say `override` as well (destructors need not).
 #include "platform/Types.h"
 
 class CObject;

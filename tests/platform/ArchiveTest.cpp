@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Utf.h"
@@ -279,13 +280,16 @@ TEST(ArchiveErrors, EachMisuseHasItsCause) {
 
 TEST(ArchiveErrors, FilesThatCannotBeOpenedNameThePath) {
   const CStdStrW missing = vantrel1::FromUtf8(TempPath("nema/takve.bin"));
-  for (auto mode : {CArchive::load, CArchive::store}) {
+  const CStdStrW folder = vantrel1::FromUtf8(testing::TempDir());
+  for (const auto& [path, mode] : {std::pair(missing, CArchive::load),
+                                   std::pair(missing, CArchive::store),
+                                   std::pair(folder, CArchive::load)}) {
     try {
-      CArchive ar(missing, mode);
-      ADD_FAILURE() << "opened " << vantrel1::ToUtf8(missing);
+      CArchive ar(path, mode);
+      ADD_FAILURE() << "opened " << vantrel1::ToUtf8(path);
     } catch (const CArchiveException& e) {
       EXPECT_EQ(e.m_cause, CArchiveException::genericException);
-      EXPECT_EQ(e.m_strFileName, missing);
+      EXPECT_EQ(e.m_strFileName, path);
     }
   }
 }
