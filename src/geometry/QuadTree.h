@@ -44,7 +44,10 @@ class VANTREL1_EXPORT CQuadTree {
   // The deepest insertion level reached so far.
   int Depth() const { return m_nMaxDepth; }
   void IncrementDepth();
-  void DecrementDepth() { --m_nDepth; }
+  // Never below 0, so that each level of an insertion always counts towards the limit.
+  void DecrementDepth() {
+    if (m_nDepth > 0) --m_nDepth;
+  }
   void DeleteAllPoints();
   CQuadTreeNode* GetRoot() const { return m_pRoot; }
 

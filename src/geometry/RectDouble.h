@@ -69,7 +69,7 @@ class VANTREL1_EXPORT CRectDouble {
   // Degenerate triangles need no guard: an edge is cut only where its ends lie on opposite
   // sides of a boundary, so the divisor is never zero, and the elevation of a flat
   // triangle comes from InterpolateElevOnTriangle's fallback along its longest edge. A
-  // triangle with a non-finite x or y has no outline: 0, nothing appended.
+  // triangle with a non-finite x or y, or a null `out`, gives 0 and appends nothing.
   unsigned int ClipTriangle(const CPointDouble& a, const CPointDouble& b, const CPointDouble& c,
                             CPolygonDouble* out) const;
 
