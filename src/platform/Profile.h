@@ -24,7 +24,8 @@
 // returns the number of units copied. With `key` null it copies the names of the keys of
 // `section`, with `section` null the names of all sections, each terminated, the list
 // ended by a second terminator; a list that does not fit is cut, ends with two
-// terminators and size - 2 is returned. A null buffer, size 0 or a null file return 0.
+// terminators and size - 2 is returned. A null buffer or size 0 return 0; with a null
+// file there is nothing to read but the default (or an empty list).
 VANTREL1_EXPORT DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue,
                                                LPWSTR buffer, DWORD size, LPCWSTR file);
 

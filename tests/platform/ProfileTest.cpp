@@ -5,6 +5,7 @@
 #include <stdlib.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -298,6 +299,20 @@ TEST_F(ProfileFile, FlushWithNullFileFlushesEveryFile) {
   EXPECT_TRUE(WritePrivateProfileStringW(nullptr, nullptr, nullptr, nullptr));
   EXPECT_EQ(ReadBytes(Path("a.ini")), "[A]\r\nk=1\r\n");
   EXPECT_EQ(ReadBytes(Path("b.ini")), "[B]\r\nk=2\r\n");
+}
+
+TEST_F(ProfileFile, WritesNotFlushedReachTheDiskAtProcessExit) {
+  const pid_t child = ::fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    const BOOL written = Write(u"LineType0", u"LineDesc", u"0,1,0,0,talus", Path("exit.lin"));
+    std::exit(written && !fs::exists(Path("exit.lin")) ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_EQ(ReadBytes(Path("exit.lin")), "[LineType0]\r\nLineDesc=0,1,0,0,talus\r\n");
 }
 
 TEST(ProfileDocument, ParseThenSerializeIsByteExact) {
