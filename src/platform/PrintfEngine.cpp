@@ -77,7 +77,7 @@ void EmitField(FormatSink& sink, const Spec& spec, const Field& f, bool zeroPad)
 
 void EmitUnits(FormatSink& sink, const Spec& spec, const char16_t* units, std::size_t count) {
   const std::size_t pad = PaddingFor(spec, count);
-  if (!spec.left) sink.Fill(spec.zero ? u'0' : u' ', pad);
+  if (!spec.left) sink.Fill(u' ', pad);
   sink.Put(units, count);
   if (spec.left) sink.Fill(u' ', pad);
 }

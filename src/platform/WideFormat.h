@@ -11,9 +11,8 @@
 // byte), %s (wide text; %hs and %S narrow text read as UTF-8; a null pointer prints
 // "(null)"), %f %F %e %E %g %G (classic locale: '.' always, exponent of at least two
 // digits, "inf" and "nan"), %p (address as 16 upper-case hex digits), %%, with the flags
-// - + space # 0, a width and a precision (either may be *). Strings and characters are
-// padded with '0' under the 0 flag, as Microsoft's runtime does. %n and anything else is
-// an invalid format.
+// - + space # 0, a width and a precision (either may be *). The 0 flag pads numbers only,
+// never text, infinity or nan. %n and anything else is an invalid format.
 #include <cstddef>
 #include <cstdint>
 #include <string>

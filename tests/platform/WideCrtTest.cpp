@@ -212,7 +212,7 @@ TEST(WidePrintBounded, TextArgumentsOfEveryKind) {
   const CStdStrW desc = u"vrh nasipa";
   EXPECT_EQ(Text(u"%s|%s|%s", u"abc", desc, unterminated), u"abc|vrh nasipa|abc");
   EXPECT_EQ(Text(u"%hs|%S|%s", "\xC5\xBE" "abc", "x", std::string("narrow")), u"žabc|x|narrow");
-  EXPECT_EQ(Text(u"%.2s|%5s|%-5s|%05s|%.3hs", u"abcdef", u"abc", u"abc", u"abc", "abcdef"), u"ab|  abc|abc  |00abc|abc");
+  EXPECT_EQ(Text(u"%.2s|%5s|%-5s|%05s|%.3hs", u"abcdef", u"abc", u"abc", u"abc", "abcdef"), u"ab|  abc|abc  |  abc|abc");
   EXPECT_EQ(Text(u"%s|%.3s", static_cast<const char16_t*>(nullptr), nullptr), u"(null)|(nu");
 }
 
