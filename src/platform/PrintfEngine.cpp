@@ -21,7 +21,7 @@ constexpr std::size_t kMaxNumber = static_cast<std::size_t>(std::numeric_limits<
 constexpr int kMaxFloatDigits = 1100;
 constexpr std::size_t kFloatBuffer = 1600;
 
-struct Spec {
+struct Directive {
   bool left = false;
   bool plus = false;
   bool space = false;
@@ -57,32 +57,32 @@ void PutAscii(FormatSink& sink, std::string_view text) {
   }
 }
 
-std::size_t PaddingFor(const Spec& spec, std::size_t length) {
-  return spec.width > length ? spec.width - length : 0;
+std::size_t PaddingFor(const Directive& d, std::size_t length) {
+  return d.width > length ? d.width - length : 0;
 }
 
-void EmitField(FormatSink& sink, const Spec& spec, const Field& f, bool zeroPad) {
+void EmitField(FormatSink& sink, const Directive& d, const Field& f, bool zeroPad) {
   const std::size_t length = f.prefix.size() + f.leadZeros + f.body.size() + f.trailZeros + f.tail.size();
-  const std::size_t pad = PaddingFor(spec, length);
-  zeroPad = zeroPad && spec.zero && !spec.left;
-  if (!spec.left && !zeroPad) sink.Fill(u' ', pad);
+  const std::size_t pad = PaddingFor(d, length);
+  zeroPad = zeroPad && d.zero && !d.left;
+  if (!d.left && !zeroPad) sink.Fill(u' ', pad);
   PutAscii(sink, f.prefix);
   if (zeroPad) sink.Fill(u'0', pad);
   sink.Fill(u'0', f.leadZeros);
   PutAscii(sink, f.body);
   sink.Fill(u'0', f.trailZeros);
   PutAscii(sink, f.tail);
-  if (spec.left) sink.Fill(u' ', pad);
+  if (d.left) sink.Fill(u' ', pad);
 }
 
-void EmitUnits(FormatSink& sink, const Spec& spec, const char16_t* units, std::size_t count) {
-  const std::size_t pad = PaddingFor(spec, count);
-  if (!spec.left) sink.Fill(u' ', pad);
+void EmitUnits(FormatSink& sink, const Directive& d, const char16_t* units, std::size_t count) {
+  const std::size_t pad = PaddingFor(d, count);
+  if (!d.left) sink.Fill(u' ', pad);
   sink.Put(units, count);
-  if (spec.left) sink.Fill(u' ', pad);
+  if (d.left) sink.Fill(u' ', pad);
 }
 
-// --- parsing the conversion specification ---
+// --- parsing a directive such as %-8.3f ---
 
 std::size_t ReadNumber(std::u16string_view format, std::size_t& i) {
   std::size_t value = 0;
@@ -93,14 +93,14 @@ std::size_t ReadNumber(std::u16string_view format, std::size_t& i) {
   return value;
 }
 
-void ReadFlags(std::u16string_view format, std::size_t& i, Spec& spec) {
+void ReadFlags(std::u16string_view format, std::size_t& i, Directive& d) {
   for (; i < format.size(); ++i) {
     switch (format[i]) {
-      case u'-': spec.left = true; break;
-      case u'+': spec.plus = true; break;
-      case u' ': spec.space = true; break;
-      case u'#': spec.alt = true; break;
-      case u'0': spec.zero = true; break;
+      case u'-': d.left = true; break;
+      case u'+': d.plus = true; break;
+      case u' ': d.space = true; break;
+      case u'#': d.alt = true; break;
+      case u'0': d.zero = true; break;
       default: return;
     }
   }
@@ -113,33 +113,33 @@ bool ReadStarArgument(FormatSource& source, long long& value) {
   return true;
 }
 
-bool ReadWidth(std::u16string_view format, std::size_t& i, FormatSource& source, Spec& spec) {
+bool ReadWidth(std::u16string_view format, std::size_t& i, FormatSource& source, Directive& d) {
   if (i < format.size() && format[i] == u'*') {
     ++i;
     long long width = 0;
     if (!ReadStarArgument(source, width)) return false;
-    if (width < 0) spec.left = true;
-    spec.width = static_cast<std::size_t>(width < 0 ? -width : width);
+    if (width < 0) d.left = true;
+    d.width = static_cast<std::size_t>(width < 0 ? -width : width);
     return true;
   }
-  spec.width = ReadNumber(format, i);
+  d.width = ReadNumber(format, i);
   return true;
 }
 
-bool ReadPrecision(std::u16string_view format, std::size_t& i, FormatSource& source, Spec& spec) {
+bool ReadPrecision(std::u16string_view format, std::size_t& i, FormatSource& source, Directive& d) {
   if (i >= format.size() || format[i] != u'.') return true;
   ++i;
-  spec.hasPrecision = true;
+  d.hasPrecision = true;
   if (i < format.size() && format[i] == u'*') {
     ++i;
     long long precision = 0;
     if (!ReadStarArgument(source, precision)) return false;
     // A negative precision taken from the arguments counts as none.
-    spec.hasPrecision = precision >= 0;
-    spec.precision = precision >= 0 ? static_cast<std::size_t>(precision) : 0;
+    d.hasPrecision = precision >= 0;
+    d.precision = precision >= 0 ? static_cast<std::size_t>(precision) : 0;
     return true;
   }
-  spec.precision = ReadNumber(format, i);
+  d.precision = ReadNumber(format, i);
   return true;
 }
 
@@ -147,40 +147,40 @@ bool Next(std::u16string_view format, std::size_t i, char16_t unit) {
   return i < format.size() && format[i] == unit;
 }
 
-void ReadLength(std::u16string_view format, std::size_t& i, Spec& spec) {
+void ReadLength(std::u16string_view format, std::size_t& i, Directive& d) {
   if (i >= format.size()) return;
   switch (format[i]) {
     case u'h':
-      spec.narrow = true;
-      spec.size = Next(format, i + 1, u'h') ? IntSize::Char : IntSize::Short;
-      i += spec.size == IntSize::Char ? 2 : 1;
+      d.narrow = true;
+      d.size = Next(format, i + 1, u'h') ? IntSize::Char : IntSize::Short;
+      i += d.size == IntSize::Char ? 2 : 1;
       break;
     case u'l':
-      spec.wide = true;
-      spec.size = Next(format, i + 1, u'l') ? IntSize::LongLong : IntSize::Long;
-      i += spec.size == IntSize::LongLong ? 2 : 1;
+      d.wide = true;
+      d.size = Next(format, i + 1, u'l') ? IntSize::LongLong : IntSize::Long;
+      i += d.size == IntSize::LongLong ? 2 : 1;
       break;
-    case u'w': spec.wide = true; ++i; break;
-    case u'L': spec.longDouble = true; ++i; break;
-    case u'j': spec.size = IntSize::IntMax; ++i; break;
-    case u'z': spec.size = IntSize::Size; ++i; break;
-    case u't': spec.size = IntSize::PtrDiff; ++i; break;
+    case u'w': d.wide = true; ++i; break;
+    case u'L': d.longDouble = true; ++i; break;
+    case u'j': d.size = IntSize::IntMax; ++i; break;
+    case u'z': d.size = IntSize::Size; ++i; break;
+    case u't': d.size = IntSize::PtrDiff; ++i; break;
     case u'I':
       ++i;
-      if (Next(format, i, u'6') && Next(format, i + 1, u'4')) { spec.size = IntSize::Int64; i += 2; }
-      else if (Next(format, i, u'3') && Next(format, i + 1, u'2')) { spec.size = IntSize::Int32; i += 2; }
-      else spec.size = IntSize::Size;
+      if (Next(format, i, u'6') && Next(format, i + 1, u'4')) { d.size = IntSize::Int64; i += 2; }
+      else if (Next(format, i, u'3') && Next(format, i + 1, u'2')) { d.size = IntSize::Int32; i += 2; }
+      else d.size = IntSize::Size;
       break;
     default: break;
   }
 }
 
-bool ParseSpec(std::u16string_view format, std::size_t& i, FormatSource& source, Spec& spec) {
-  ReadFlags(format, i, spec);
-  if (!ReadWidth(format, i, source, spec) || !ReadPrecision(format, i, source, spec)) return false;
-  ReadLength(format, i, spec);
+bool ParseDirective(std::u16string_view format, std::size_t& i, FormatSource& source, Directive& d) {
+  ReadFlags(format, i, d);
+  if (!ReadWidth(format, i, source, d) || !ReadPrecision(format, i, source, d)) return false;
+  ReadLength(format, i, d);
   if (i >= format.size()) return false;
-  spec.conversion = format[i++];
+  d.conversion = format[i++];
   return true;
 }
 
@@ -215,39 +215,39 @@ std::string Digits(std::uint64_t magnitude, int base, bool upper) {
   return text;
 }
 
-std::string SignPrefix(const Spec& spec, bool negative) {
+std::string SignPrefix(const Directive& d, bool negative) {
   if (negative) return "-";
-  if (spec.plus) return "+";
-  if (spec.space) return " ";
+  if (d.plus) return "+";
+  if (d.space) return " ";
   return "";
 }
 
-void EmitInteger(FormatSink& sink, const Spec& spec, bool negative, std::uint64_t magnitude) {
-  const char16_t c = spec.conversion;
+void EmitInteger(FormatSink& sink, const Directive& d, bool negative, std::uint64_t magnitude) {
+  const char16_t c = d.conversion;
   const int base = (c == u'x' || c == u'X') ? 16 : c == u'o' ? 8 : 10;
   const bool isSigned = c == u'd' || c == u'i';
   Field f;
-  if (!(spec.hasPrecision && spec.precision == 0 && magnitude == 0)) f.body = Digits(magnitude, base, c == u'X');
-  if (isSigned) f.prefix = SignPrefix(spec, negative);
-  if (spec.alt && base == 16 && magnitude != 0) f.prefix = c == u'X' ? "0X" : "0x";
-  std::size_t precision = spec.hasPrecision ? spec.precision : 1;
-  if (spec.alt && base == 8 && (f.body.empty() || f.body[0] != '0')) precision = std::max(precision, f.body.size() + 1);
+  if (!(d.hasPrecision && d.precision == 0 && magnitude == 0)) f.body = Digits(magnitude, base, c == u'X');
+  if (isSigned) f.prefix = SignPrefix(d, negative);
+  if (d.alt && base == 16 && magnitude != 0) f.prefix = c == u'X' ? "0X" : "0x";
+  std::size_t precision = d.hasPrecision ? d.precision : 1;
+  if (d.alt && base == 8 && (f.body.empty() || f.body[0] != '0')) precision = std::max(precision, f.body.size() + 1);
   f.leadZeros = precision > f.body.size() ? precision - f.body.size() : 0;
-  EmitField(sink, spec, f, !spec.hasPrecision);
+  EmitField(sink, d, f, !d.hasPrecision);
 }
 
-bool FormatInteger(FormatSink& sink, FormatSource& source, const Spec& spec) {
-  const bool isSigned = spec.conversion == u'd' || spec.conversion == u'i';
+bool FormatInteger(FormatSink& sink, FormatSource& source, const Directive& d) {
+  const bool isSigned = d.conversion == u'd' || d.conversion == u'i';
   std::uint64_t bits = 0;
-  if (!source.NextInteger(spec.size, isSigned, bits)) return false;
+  if (!source.NextInteger(d.size, isSigned, bits)) return false;
   if (!isSigned) {
-    EmitInteger(sink, spec, false, CutUnsigned(bits, spec.size));
+    EmitInteger(sink, d, false, CutUnsigned(bits, d.size));
     return true;
   }
-  const std::int64_t value = CutSigned(bits, spec.size);
+  const std::int64_t value = CutSigned(bits, d.size);
   // The magnitude of the most negative value is taken in unsigned arithmetic.
   const std::uint64_t magnitude = value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
-  EmitInteger(sink, spec, value < 0, magnitude);
+  EmitInteger(sink, d, value < 0, magnitude);
   return true;
 }
 
@@ -308,34 +308,34 @@ void UpperCase(std::string& text) {
   for (char& c : text) c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
 }
 
-void EmitFloating(FormatSink& sink, const Spec& spec, double value) {
-  const char16_t c = spec.conversion;
+void EmitFloating(FormatSink& sink, const Directive& d, double value) {
+  const char16_t c = d.conversion;
   const bool upper = c == u'F' || c == u'E' || c == u'G';
   Field f;
-  f.prefix = SignPrefix(spec, std::signbit(value));
+  f.prefix = SignPrefix(d, std::signbit(value));
   const double magnitude = std::fabs(value);
   bool zeroPad = true;
   if (std::isinf(magnitude) || std::isnan(magnitude)) {
     f.body = std::isinf(magnitude) ? "inf" : "nan";
     zeroPad = false;
   } else {
-    const std::size_t precision = spec.hasPrecision ? spec.precision : 6;
+    const std::size_t precision = d.hasPrecision ? d.precision : 6;
     if (c == u'f' || c == u'F') FixedField(f, magnitude, precision);
     else if (c == u'e' || c == u'E') ScientificField(f, magnitude, precision);
-    else GeneralField(f, magnitude, precision, spec.alt);
-    if (spec.alt && f.body.find('.') == std::string::npos) f.body += '.';
+    else GeneralField(f, magnitude, precision, d.alt);
+    if (d.alt && f.body.find('.') == std::string::npos) f.body += '.';
   }
   if (upper) {
     UpperCase(f.body);
     UpperCase(f.tail);
   }
-  EmitField(sink, spec, f, zeroPad);
+  EmitField(sink, d, f, zeroPad);
 }
 
-bool FormatFloating(FormatSink& sink, FormatSource& source, const Spec& spec) {
+bool FormatFloating(FormatSink& sink, FormatSource& source, const Directive& d) {
   double value = 0.0;
-  if (!source.NextFloating(spec.longDouble, value)) return false;
-  EmitFloating(sink, spec, value);
+  if (!source.NextFloating(d.longDouble, value)) return false;
+  EmitFloating(sink, d, value);
   return true;
 }
 
@@ -346,12 +346,12 @@ char16_t FromByte(std::uint64_t bits) {
   return byte < 0x80 ? char16_t(byte) : char16_t(0xFFFD);  // a lone high byte is not UTF-8
 }
 
-bool FormatCharacter(FormatSink& sink, FormatSource& source, const Spec& spec) {
+bool FormatCharacter(FormatSink& sink, FormatSource& source, const Directive& d) {
   std::uint64_t bits = 0;
   if (!source.NextInteger(IntSize::Int, false, bits)) return false;
-  const bool narrow = spec.conversion == u'C' ? !spec.wide : spec.narrow;
+  const bool narrow = d.conversion == u'C' ? !d.wide : d.narrow;
   const char16_t unit = narrow ? FromByte(bits) : static_cast<char16_t>(bits);
-  EmitUnits(sink, spec, &unit, 1);
+  EmitUnits(sink, d, &unit, 1);
   return true;
 }
 
@@ -363,45 +363,45 @@ std::size_t BoundedLength(const CT* text, std::size_t known, std::size_t limit) 
   return n;
 }
 
-bool FormatText(FormatSink& sink, FormatSource& source, const Spec& spec) {
-  const bool narrow = spec.conversion == u'S' ? !spec.wide : spec.narrow;
+bool FormatText(FormatSink& sink, FormatSource& source, const Directive& d) {
+  const bool narrow = d.conversion == u'S' ? !d.wide : d.narrow;
   TextArg text;
   if (!source.NextText(!narrow, text)) return false;
-  const std::size_t limit = spec.hasPrecision ? spec.precision : kNoLength;
+  const std::size_t limit = d.hasPrecision ? d.precision : kNoLength;
   if (text.data == nullptr) {
     const std::u16string_view null = u"(null)";
-    EmitUnits(sink, spec, null.data(), std::min(null.size(), limit));
+    EmitUnits(sink, d, null.data(), std::min(null.size(), limit));
   } else if (text.wide) {
     const auto* units = static_cast<const char16_t*>(text.data);
-    EmitUnits(sink, spec, units, BoundedLength(units, text.length, limit));
+    EmitUnits(sink, d, units, BoundedLength(units, text.length, limit));
   } else {
     const auto* bytes = static_cast<const char*>(text.data);
     std::u16string units = FromUtf8(std::string_view(bytes, BoundedLength(bytes, text.length, limit)));
     if (units.size() > limit) units.resize(limit);
-    EmitUnits(sink, spec, units.data(), units.size());
+    EmitUnits(sink, d, units.data(), units.size());
   }
   return true;
 }
 
-bool FormatPointer(FormatSink& sink, FormatSource& source, const Spec& spec) {
+bool FormatPointer(FormatSink& sink, FormatSource& source, const Directive& d) {
   std::uint64_t address = 0;
   if (!source.NextPointer(address)) return false;
   Field f;
   f.body = Digits(address, 16, true);
   f.leadZeros = 16 - f.body.size();
-  EmitField(sink, spec, f, false);
+  EmitField(sink, d, f, false);
   return true;
 }
 
-bool FormatConversion(FormatSink& sink, FormatSource& source, const Spec& spec) {
-  switch (spec.conversion) {
+bool FormatConversion(FormatSink& sink, FormatSource& source, const Directive& d) {
+  switch (d.conversion) {
     case u'd': case u'i': case u'u': case u'o': case u'x': case u'X':
-      return FormatInteger(sink, source, spec);
+      return FormatInteger(sink, source, d);
     case u'f': case u'F': case u'e': case u'E': case u'g': case u'G':
-      return FormatFloating(sink, source, spec);
-    case u'c': case u'C': return FormatCharacter(sink, source, spec);
-    case u's': case u'S': return FormatText(sink, source, spec);
-    case u'p': return FormatPointer(sink, source, spec);
+      return FormatFloating(sink, source, d);
+    case u'c': case u'C': return FormatCharacter(sink, source, d);
+    case u's': case u'S': return FormatText(sink, source, d);
+    case u'p': return FormatPointer(sink, source, d);
     case u'%': {
       const char16_t percent = u'%';
       sink.Put(&percent, 1);
@@ -420,8 +420,8 @@ bool RunFormat(std::u16string_view format, FormatSource& source, FormatSink& sin
     sink.Put(format.data() + i, percent - i);
     if (percent == format.size()) break;
     i = percent + 1;
-    Spec spec;
-    if (!ParseSpec(format, i, source, spec) || !FormatConversion(sink, source, spec)) return false;
+    Directive d;
+    if (!ParseDirective(format, i, source, d) || !FormatConversion(sink, source, d)) return false;
   }
   return true;
 }
