@@ -117,12 +117,13 @@ TEST(StringCrc32, UsesOnlyTheLowByteOfEachUnit) {
   EXPECT_EQ(lStroke, a);
 }
 
-TEST(StringCrc32, LongTextMatchesTheByteStepAcrossBlocks) {
-  for (std::size_t length : {4095u, 4096u, 4097u, 12289u}) {
+// Units such as 0x0100, whose low byte is 0, are text, not the end of it.
+TEST(StringCrc32, TextOfAnyLengthMatchesTheByteStep) {
+  for (std::size_t length : {1u, 7u, 8u, 9u, 4095u, 4096u, 4097u, 12289u}) {
     std::u16string text;
     std::vector<unsigned char> low;
     for (std::size_t i = 0; i < length; ++i) {
-      const char16_t unit = static_cast<char16_t>(0x0100 * (i % 7) + 1 + (i * 31) % 255);
+      const char16_t unit = static_cast<char16_t>(0x0100 * (1 + i % 7) + (i * 31) % 256);
       text.push_back(unit);
       low.push_back(static_cast<unsigned char>(unit & 0xFF));
     }
