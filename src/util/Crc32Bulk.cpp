@@ -104,7 +104,8 @@ __attribute__((target("pclmul,sse2"))) std::uint32_t FoldCarryless(
     std::uint32_t reg, const unsigned char* p, std::size_t length) {
   const __m128i by4 = ToVector(kFourLanes);
   const __m128i by1 = ToVector(kOneLane);
-  // The register enters as if it were xor-ed into the first four bytes of a zero register.
+  // Folding from a zero register with the incoming register xor-ed into the first four
+  // bytes gives the same result as folding from the incoming register.
   __m128i x0 = _mm_xor_si128(Load(p), _mm_cvtsi32_si128(static_cast<int>(reg)));
   __m128i x1 = Load(p + 16);
   __m128i x2 = Load(p + 32);
