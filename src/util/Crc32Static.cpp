@@ -2,6 +2,10 @@
 
 #include <sys/stat.h>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include <algorithm>
 #include <fstream>
 #include <string>
@@ -85,15 +89,26 @@ DWORD FeedStream(LPCWSTR path, DWORD& reg) {
   return ERROR_SUCCESS;
 }
 
-// Copies the low byte of each unit up to the terminator or `capacity` units. Eight units a
-// round, each read only once the one before it is known not to end the text, keeps the
-// copy close to the pace of the checksum.
+// Each unit is read only once the one before it is known not to end the text.
+bool EightUnitsOfText(LPCWSTR t) {
+  return t[0] && t[1] && t[2] && t[3] && t[4] && t[5] && t[6] && t[7];
+}
+
+void CopyEightLowBytes(LPCWSTR text, unsigned char* block) {
+#if defined(__SSE2__)
+  const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+  const __m128i low = _mm_and_si128(units, _mm_set1_epi16(0xFF));
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(block), _mm_packus_epi16(low, low));
+#else
+  for (std::size_t k = 0; k < 8; ++k) block[k] = static_cast<unsigned char>(text[k]);
+#endif
+}
+
+// Copies the low byte of each unit up to the terminator or `capacity` units, eight at a
+// time where it can, so that the copy keeps close to the pace of the checksum.
 std::size_t GatherLowBytes(LPCWSTR text, unsigned char* block, std::size_t capacity) {
   std::size_t n = 0;
-  while (n + 8 <= capacity && text[n] && text[n + 1] && text[n + 2] && text[n + 3] &&
-         text[n + 4] && text[n + 5] && text[n + 6] && text[n + 7]) {
-    for (std::size_t k = 0; k < 8; ++k, ++n) block[n] = static_cast<unsigned char>(text[n]);
-  }
+  for (; n + 8 <= capacity && EightUnitsOfText(text + n); n += 8) CopyEightLowBytes(text + n, block + n);
   for (; n < capacity && text[n] != 0; ++n) block[n] = static_cast<unsigned char>(text[n]);
   return n;
 }
