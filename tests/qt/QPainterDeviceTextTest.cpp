@@ -119,7 +119,11 @@ TEST(QPainterDeviceText, AlignmentPlacesTheMeasuredCellAroundTheReferencePoint) 
     UINT align;
     int left;    // of the cell, in multiples of the advance: 0, -1/2 or -1
     int bottom;  // 0: cell bottom at the point, 1: baseline at the point, 2: top at the point
-  } cases[] = {{TA_LEFT | TA_TOP, 0, 2}, {TA_CENTER | TA_BASELINE, -1, 1}, {TA_RIGHT | TA_BOTTOM, -2, 0}};
+  } cases[] = {{TA_LEFT | TA_TOP, 0, 2},
+               {TA_CENTER | TA_BASELINE, -1, 1},
+               {TA_RIGHT | TA_BOTTOM, -2, 0},
+               // a vertical-centre request left in by the caller is not an alignment flag
+               {TA_CENTER | TA_BASELINE | 32, -1, 1}};
   for (const auto& c : cases) {
     // Two pixels per unit: the cell must scale with the mapping too.
     Canvas canvas(1000, 1000, PageMapping(LogicalWindow{0, 0, 500, 500}, 10.0, 508.0));
