@@ -67,7 +67,7 @@ void Place(Outline& outline, double x, double y, double angle) {
 
 }  // namespace
 
-void DrawSymbol(HDC hdc, double x, double y, int index, void* pen, double scale, RECT* clip, double angle,
+void DrawSymbol(HDC hdc, double x, double y, int index, void* pen, double scale, const RECT* clip, double angle,
                 const COLORREF* colour) {
   std::vector<Outline> outlines = OutlinesOf(index, HalfSizeUnits(index) * scale);
   if (outlines.empty()) return;

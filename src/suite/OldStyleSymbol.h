@@ -15,5 +15,5 @@
 // with `pen` (the current pen when null), clipped to `clip` (suite/PolylineClip.h). The
 // filled circle is filled with a solid brush of *colour, or with the current brush when
 // `colour` is null. Other indices draw nothing.
-VANTREL1_EXPORT void DrawSymbol(HDC hdc, double x, double y, int index, void* pen, double scale, RECT* clip,
+VANTREL1_EXPORT void DrawSymbol(HDC hdc, double x, double y, int index, void* pen, double scale, const RECT* clip,
                                 double angle, const COLORREF* colour);
