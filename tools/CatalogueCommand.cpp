@@ -98,14 +98,14 @@ struct SamplePath {
 };
 
 SamplePath::SamplePath() : x{0.0}, y{0.0} {
-  Straight(220.0);
-  Turn(65.0);
-  Straight(90.0);
-  Arc(260.0, -65.0);
-  Straight(70.0);
-  Arc(110.0, -50.0);
-  Arc(110.0, 50.0);
-  Straight(160.0);
+  Straight(250.0);
+  Turn(60.0);
+  Straight(30.0);
+  Arc(120.0, -60.0);
+  Straight(80.0);
+  Arc(150.0, -40.0);
+  Arc(150.0, 40.0);
+  Straight(180.0);
   FitInto(kPathLeft, kPathBottom, kPathRight, kPathTop);
 }
 
@@ -242,7 +242,7 @@ int RunCatalogue(int argc, char** argv) {
   if (const std::optional<int> refused = ReadOptions(args, options)) return *refused;
 
   DrawingApplication gui;
-  CVantrelAppBaseX app;
+  CliAppContext app;
   CLineTypeTable table;
   std::string error;
   const char* lin = args.Option("--lin");

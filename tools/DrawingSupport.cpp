@@ -80,8 +80,25 @@ std::optional<int> ParseIntOption(const char* text, int low, int high) {
   return static_cast<int>(*value);
 }
 
+namespace {
+
+QtMessageHandler g_qtHandler = nullptr;
+
+// Without a desktop session Qt warns that it has no runtime directory; the program never
+// uses one, and the warning would only bury its own messages.
+void QuietQtMessages(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  if (type == QtWarningMsg && message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR"))) return;
+  if (g_qtHandler)
+    g_qtHandler(type, context, message);
+  else
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+}  // namespace
+
 DrawingApplication::DrawingApplication() {
   if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  g_qtHandler = qInstallMessageHandler(QuietQtMessages);
   m_app = std::make_unique<QGuiApplication>(m_argc, m_argv);
 }
 

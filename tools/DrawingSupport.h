@@ -68,6 +68,14 @@ class DrawingApplication {
   std::unique_ptr<QGuiApplication> m_app;
 };
 
+// The program's application context. Its default line width is 1 (0.1 mm) rather than
+// the user setting: styled pens wider than 1 draw solid, as GDI's do, and a drawing or a
+// catalogue should show the simple dash and dot lines as such on every machine.
+class CliAppContext : public CVantrelAppBaseX {
+ public:
+  int GetDefaultLineWidth() const override { return 1; }
+};
+
 // The built-in line types, or those of a table file (the system line types always come
 // from the library). False with a message when the file is missing or holds none.
 bool LoadLineTable(CLineTypeTable& table, CVantrelAppBaseX& app, const char* linFile, std::string& error);

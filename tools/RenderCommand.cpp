@@ -167,7 +167,7 @@ int RunRender(int argc, char** argv) {
     return args.Fail(kFailure, input + ": holds nothing to draw (give --clip for an empty page)");
 
   DrawingApplication gui;
-  CVantrelAppBaseX app;
+  CliAppContext app;
   CLineTypeTable table;
   std::string error;
   if (!LoadLineTable(table, app, args.Option("--lin"), error)) return args.Fail(kFailure, error);
