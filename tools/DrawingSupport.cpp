@@ -122,20 +122,39 @@ bool LoadLineTable(CLineTypeTable& table, CVantrelAppBaseX& app, const char* lin
   return false;
 }
 
+namespace {
+
+std::string PageSize(const LogicalWindow& window, double dpi) {
+  char text[96];
+  std::snprintf(text, sizeof text, "%.0f x %.0f mm at %.0f dpi", window.Width() / kDefaultUnitsPerMm,
+                window.Height() / kDefaultUnitsPerMm, dpi);
+  return text;
+}
+
+bool FitsAnImage(const LogicalWindow& window, double dpi) {
+  const QSize size = PageMapping(window, kDefaultUnitsPerMm, dpi).DeviceSize();
+  return !size.isEmpty() && size.width() <= OutputSurface::kMaxImageSide &&
+         size.height() <= OutputSurface::kMaxImageSide &&
+         static_cast<long long>(size.width()) * size.height() <= OutputSurface::kMaxImagePixels;
+}
+
+}  // namespace
+
 std::unique_ptr<OutputSurface> OpenOutput(const std::string& path, const LogicalWindow& window, double dpi,
                                           std::string& error) {
   const QString file = QString::fromStdString(path);
-  if (!OutputSurface::FormatOf(file)) {
+  const std::optional<OutputSurface::Format> format = OutputSurface::FormatOf(file);
+  if (!format) {
     error = path + ": the output must be a .png, .pdf or .svg file";
     return nullptr;
   }
-  std::unique_ptr<OutputSurface> surface = OutputSurface::Open(file, window, dpi);
-  if (!surface) {
-    char size[96];
-    std::snprintf(size, sizeof size, "%.0f x %.0f mm at %.0f dpi", window.Width() / kDefaultUnitsPerMm,
-                  window.Height() / kDefaultUnitsPerMm, dpi);
-    error = path + ": cannot be written (" + size + ")";
+  if (*format == OutputSurface::Format::Png && !FitsAnImage(window, dpi)) {
+    error = path + ": the page (" + PageSize(window, dpi) +
+            ") is too large for an image; lower --dpi or write a .pdf or .svg";
+    return nullptr;
   }
+  std::unique_ptr<OutputSurface> surface = OutputSurface::Open(file, window, dpi);
+  if (!surface) error = path + ": cannot be written (" + PageSize(window, dpi) + ")";
   return surface;
 }
 

@@ -158,21 +158,11 @@ void Reader::AddPoint(double x, double y, int index, DrawingPath& path) {
 
 // An integer property: integral and within int, as a line or symbol number is.
 std::optional<int> AsInt(const json& v) {
-  if (v.is_number_integer()) {
-    if (v.is_number_unsigned()) {
-      const auto u = v.get<std::uint64_t>();
-      return u <= static_cast<std::uint64_t>(std::numeric_limits<int>::max()) ? std::optional<int>(int(u)) : std::nullopt;
-    }
-    const auto i = v.get<std::int64_t>();
-    if (i < std::numeric_limits<int>::min() || i > std::numeric_limits<int>::max()) return std::nullopt;
-    return static_cast<int>(i);
-  }
-  if (v.is_number_float()) {
-    const double d = v.get<double>();
-    if (d == std::trunc(d) && d >= std::numeric_limits<int>::min() && d <= std::numeric_limits<int>::max())
-      return static_cast<int>(d);
-  }
-  return std::nullopt;
+  if (!v.is_number()) return std::nullopt;
+  const double d = v.get<double>();
+  if (d != std::trunc(d) || d < std::numeric_limits<int>::min() || d > std::numeric_limits<int>::max())
+    return std::nullopt;
+  return static_cast<int>(d);
 }
 
 std::optional<COLORREF> AsColor(const json& v) {

@@ -158,7 +158,8 @@ int RunRender(int argc, char** argv) {
   if (!dpi) return args.Fail(kUsageError, "--dpi must be a number from 10 to 2400");
   std::optional<Page> clipPage;
   if (const char* clip = args.Option("--clip"); clip && !(clipPage = ParseClip(clip)))
-    return args.Fail(kUsageError, "--clip must be four whole numbers left,bottom,right,top with right > left and top > bottom");
+    return args.Fail(kUsageError,
+                     "--clip must be four whole numbers left,bottom,right,top with right > left and top > bottom");
 
   const GeoJsonResult read = ReadGeoJsonFile(input);
   if (!read.drawing) return args.Fail(kFailure, input + ": " + read.error);
