@@ -65,14 +65,13 @@ class FeaturePainter {
  private:
   void Stroke(const DrawingFeature& feature, const DrawingPath& path);
   void Fill(const DrawingFeature& feature);
-  void FillRings(COLORREF color, const DrawingPath& ring);
+  void FillArea(COLORREF color, const DrawingPath& area);
   void MarkSymbol(const DrawingFeature& feature, const DrawingPath& point);
 
   CLineTypeTable& m_table;
   HDC m_dc;
   RECT m_clip;
   std::vector<int> m_marked;
-  DrawingPath m_bridged;
 };
 
 void FeaturePainter::Draw(const DrawingFeature& feature) {
@@ -99,27 +98,30 @@ void FeaturePainter::Stroke(const DrawingFeature& feature, const DrawingPath& pa
 // from and left back to the outer ring's first point. The even-odd rule then leaves the
 // holes open, and the bridges, walked once each way, enclose nothing.
 void FeaturePainter::Fill(const DrawingFeature& feature) {
-  m_bridged = {};
+  DrawingPath area;
+  const auto fillArea = [&] {
+    if (!area.x.empty()) FillArea(feature.color, area);
+    area = {};
+  };
   for (const DrawingPath& ring : feature.paths) {
-    if (!ring.hole && !m_bridged.x.empty()) FillRings(feature.color, m_bridged);
-    if (!ring.hole) m_bridged = {};
-    m_bridged.x.insert(m_bridged.x.end(), ring.x.begin(), ring.x.end());
-    m_bridged.y.insert(m_bridged.y.end(), ring.y.begin(), ring.y.end());
+    if (!ring.hole) fillArea();
+    area.x.insert(area.x.end(), ring.x.begin(), ring.x.end());
+    area.y.insert(area.y.end(), ring.y.begin(), ring.y.end());
     if (ring.hole) {
-      m_bridged.x.push_back(m_bridged.x.front());
-      m_bridged.y.push_back(m_bridged.y.front());
+      area.x.push_back(area.x.front());
+      area.y.push_back(area.y.front());
     }
   }
-  if (!m_bridged.x.empty()) FillRings(feature.color, m_bridged);
+  fillArea();
 }
 
 // The fill is the invisible line's plain-line fill: the area in the colour, no outline,
 // so that the rings are then stroked with whatever line type the feature names.
-void FeaturePainter::FillRings(COLORREF color, const DrawingPath& ring) {
+void FeaturePainter::FillArea(COLORREF color, const DrawingPath& area) {
   CLineType* line = m_table.CreateLine(-1, nullptr, 0, 0, 0);
   if (!line) return;
   line->m_crColor = color;
-  line->Draw(m_dc, m_dc, ring.x.data(), ring.y.data(), static_cast<long>(ring.x.size()), &m_clip, 1);
+  line->Draw(m_dc, m_dc, area.x.data(), area.y.data(), static_cast<long>(area.x.size()), &m_clip, 1);
   m_table.DeleteLine(line, 0);
 }
 
