@@ -5,10 +5,11 @@
 
 #include "markup/MarkupText.h"
 
+using vantrel1::markup::FindChar;
 using vantrel1::markup::FindText;
-using vantrel1::markup::IsDelimiter;
-using vantrel1::markup::IsSpace;
 using vantrel1::markup::kMaxDocLength;
+using vantrel1::markup::ScanToken;
+using vantrel1::markup::SkipSpace;
 
 namespace {
 
@@ -73,8 +74,12 @@ bool CMarkup::SetDoc(const WCHAR* doc) {
 }
 
 bool CMarkup::SetDoc(const CStdStrW& doc) {
-  // Positions end at the terminator, so the document must hold none of its own.
-  m_sDocument.assign(doc, 0, doc.find(u'\0'));
+  m_sDocument = doc;
+  return x_ParseDoc();
+}
+
+bool CMarkup::SetDoc(CStdStrW&& doc) {
+  m_sDocument = std::move(doc);
   return x_ParseDoc();
 }
 
@@ -105,16 +110,8 @@ bool CMarkup::x_ParseDoc() {
   return false;
 }
 
-CMarkup::ElemPos& CMarkup::x_Pos(int index) {
-  if (index < 0 || index >= m_nFreeIndex)
-    throw std::invalid_argument("CMarkup element index out of range");
-  return m_aIndex[static_cast<std::size_t>(index)];
-}
-
-const CMarkup::ElemPos& CMarkup::x_Pos(int index) const {
-  if (index < 0 || index >= m_nFreeIndex)
-    throw std::invalid_argument("CMarkup element index out of range");
-  return m_aIndex[static_cast<std::size_t>(index)];
+void CMarkup::x_ThrowBadIndex() {
+  throw std::invalid_argument("CMarkup element index out of range");
 }
 
 bool CMarkup::x_IsEmptyElem(int index) const {
@@ -123,42 +120,12 @@ bool CMarkup::x_IsEmptyElem(int index) const {
 }
 
 bool CMarkup::x_FindChar(const WCHAR* doc, int& pos, WCHAR c) {
-  const WCHAR* p = doc + pos;
-  while (*p && *p != c) ++p;
-  pos = static_cast<int>(p - doc);
-  return *p != 0;
+  return FindChar(doc, pos, c);
 }
 
-bool CMarkup::x_FindAny(const WCHAR* doc, int& pos) {
-  while (IsSpace(doc[pos])) ++pos;
-  return doc[pos] != 0;
-}
+bool CMarkup::x_FindAny(const WCHAR* doc, int& pos) { return SkipSpace(doc, pos); }
 
-bool CMarkup::x_FindToken(TokenPos& token) {
-  const WCHAR* doc = token.pText;
-  int pos = token.nScan;
-  token.bQuoted = 0;
-  if (!x_FindAny(doc, pos)) {
-    token.nFirst = token.nLast = token.nScan = pos;
-    return false;
-  }
-  const WCHAR c = doc[pos];
-  if (c == u'"' || c == u'\'') {
-    token.nFirst = pos + 1;
-    token.bQuoted = 1;
-    int close = pos + 1;
-    const bool closed = x_FindChar(doc, close, c);
-    token.nLast = close - 1;
-    token.nScan = closed ? close + 1 : close;
-    return true;
-  }
-  token.nFirst = pos;
-  int end = pos;
-  while (doc[end] && !IsDelimiter(doc[end])) ++end;
-  token.nScan = end > pos ? end : pos + 1;
-  token.nLast = token.nScan - 1;
-  return true;
-}
+bool CMarkup::x_FindToken(TokenPos& token) { return ScanToken(token); }
 
 CStdStrW CMarkup::x_GetToken(const TokenPos& token) const {
   if (token.nLast < token.nFirst) return CStdStrW();
@@ -195,12 +162,12 @@ int CMarkup::x_ParseNode(TokenPos& token) {
   token.nFirst = pos;
   if (doc[pos] != u'<') {
     if (!doc[pos]) return kNodeNone;
-    x_FindAny(doc, pos);
+    SkipSpace(doc, pos);
     if (!doc[pos] || doc[pos] == u'<') {
       token.nScan = pos;
       return kNodeWhitespace;
     }
-    x_FindChar(doc, pos, u'<');
+    FindChar(doc, pos, u'<');
     token.nScan = pos;
     return kNodeText;
   }
@@ -226,7 +193,7 @@ int CMarkup::x_ParseNode(TokenPos& token) {
     TokenPos scan(doc);
     scan.nScan = pos + 2;
     int depth = 0;
-    while (x_FindToken(scan)) {
+    while (ScanToken(scan)) {
       if (scan.bQuoted) continue;
       const WCHAR c = doc[scan.nFirst];
       if (c == u'[') {
@@ -273,7 +240,7 @@ int CMarkup::x_ParseStartTag(int parentIndex) {
   TokenPos token(doc);
   for (;;) {
     int pos = elem.nTagOpen;
-    if (!x_FindChar(doc, pos, u'<')) {
+    if (!FindChar(doc, pos, u'<')) {
       // Inside an element the parent reports its own missing end tag.
       if (parentIndex != 0) return x_ReleasePos();
       return x_ParseError(kElementTagNotFound, nullptr);
@@ -281,7 +248,7 @@ int CMarkup::x_ParseStartTag(int parentIndex) {
     elem.nTagOpen = pos;
     x_Pos(parentIndex).nEndOpen = pos;
     token.nScan = pos + 1;
-    if (!x_FindToken(token)) return x_ParseError(kAbruptEnd, nullptr);
+    if (!ScanToken(token)) return x_ParseError(kAbruptEnd, nullptr);
     if (token.bQuoted) return x_ParseError(kTagStartsWithQuote, nullptr);
     const WCHAR c = doc[token.nFirst];
     if (c == u'?' || c == u'!') {
@@ -292,7 +259,7 @@ int CMarkup::x_ParseStartTag(int parentIndex) {
     }
     if (c == u'/') return x_ReleasePos();
     pos = token.nScan;
-    if (!x_FindChar(doc, pos, u'>')) return x_ParseError(kEndOfTagNotFound, nullptr);
+    if (!FindChar(doc, pos, u'>')) return x_ParseError(kEndOfTagNotFound, nullptr);
     elem.nTagClose = pos;
     if (doc[pos - 1] == u'/') {
       elem.nEndOpen = pos - 1;
@@ -310,16 +277,16 @@ int CMarkup::x_ParseEndTag(int index) {
   ElemPos& elem = x_Pos(index);
   TokenPos name(doc);
   name.nScan = elem.nTagOpen + 1;
-  x_FindToken(name);
+  ScanToken(name);
   const auto fail = [&](const WCHAR* format) {
     return x_ParseError(format, x_GetToken(name).c_str());
   };
   int pos = elem.nEndOpen;
-  if (!x_FindChar(doc, pos, u'<')) return fail(kEndTagNotFound);
+  if (!FindChar(doc, pos, u'<')) return fail(kEndTagNotFound);
   elem.nEndOpen = pos;
   TokenPos token(doc);
   token.nScan = pos + 1;
-  for (int count = 1; x_FindToken(token); ++count) {
+  for (int count = 1; ScanToken(token); ++count) {
     if (token.bQuoted) continue;
     const WCHAR c = doc[token.nFirst];
     if (count == 1) {

@@ -28,8 +28,10 @@ class VANTREL1_EXPORT CMarkup {
   void operator=(const CMarkup& other);
 
   bool SetDoc(const WCHAR* doc);
-  // As SetDoc(doc.c_str()): the document ends at the first null character, if any.
+  // The whole string is kept, but the scanner stops at a null character as it does at the
+  // end: whatever follows one is never read and never indexed.
   bool SetDoc(const CStdStrW& doc);
+  bool SetDoc(CStdStrW&& doc);
   bool IsWellFormed() const;
   CStdStrW GetDoc() const { return m_sDocument; }
   const CStdStrW& GetDocRef() const { return m_sDocument; }
@@ -135,8 +137,15 @@ class VANTREL1_EXPORT CMarkup {
 
   // Entry `index` of the index; an index outside the entries in use throws
   // std::invalid_argument.
-  ElemPos& x_Pos(int index);
-  const ElemPos& x_Pos(int index) const;
+  ElemPos& x_Pos(int index) {
+    if (index < 0 || index >= m_nFreeIndex) x_ThrowBadIndex();
+    return m_aIndex[static_cast<std::size_t>(index)];
+  }
+  const ElemPos& x_Pos(int index) const {
+    if (index < 0 || index >= m_nFreeIndex) x_ThrowBadIndex();
+    return m_aIndex[static_cast<std::size_t>(index)];
+  }
+  [[noreturn]] static void x_ThrowBadIndex();
 
   CStdStrW m_sDocument;
   CStdStrW m_sLastError;

@@ -108,8 +108,6 @@ bool CMarkup::Load(const WCHAR* path) {
   const Encoding encoding = Detect(bytes);
   std::u16string text = Decode(bytes, encoding);
   if (text.size() > vantrel1::markup::kMaxDocLength) return false;
-  const std::size_t terminator = text.find(u'\0');
-  if (terminator != std::u16string::npos) text.resize(terminator);
   m_nEncoding = encoding;
   m_sDocument = std::move(text);
   return x_ParseDoc();

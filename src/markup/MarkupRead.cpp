@@ -6,6 +6,8 @@
 #include "platform/WideCrt.h"
 
 using vantrel1::markup::Length;
+using vantrel1::markup::ScanToken;
+using vantrel1::markup::SkipSpace;
 
 namespace {
 
@@ -82,7 +84,7 @@ int CMarkup::x_FindElem(int parent, int after, const WCHAR* name) const {
   TokenPos token(m_sDocument.c_str());
   for (; index; index = x_Pos(index).nNextSibling) {
     token.nScan = x_Pos(index).nTagOpen + 1;
-    x_FindToken(token);
+    ScanToken(token);
     if (x_TagMatches(token, name, nameLength)) return index;
   }
   return 0;
@@ -92,13 +94,13 @@ CStdStrW CMarkup::x_GetTagName(int index) const {
   if (!index) return CStdStrW();
   TokenPos token(m_sDocument.c_str());
   token.nScan = x_Pos(index).nTagOpen + 1;
-  x_FindToken(token);
+  ScanToken(token);
   return x_GetToken(token);
 }
 
 bool CMarkup::x_FindAttrib(TokenPos& token, const WCHAR* name) const {
   int named = 0;  // token number of the last attribute name that matched
-  for (int count = 1; x_FindToken(token); ++count) {
+  for (int count = 1; ScanToken(token); ++count) {
     if (token.bQuoted) {
       if (named && count == named + 2) return true;
       continue;
@@ -131,7 +133,7 @@ bool CMarkup::x_GetCData(const ElemPos& elem, CStdStrW& data) const {
   static constexpr WCHAR kOpen[] = u"<![CDATA[";
   const WCHAR* doc = m_sDocument.c_str();
   int pos = elem.nTagClose + 1;
-  x_FindAny(doc, pos);
+  SkipSpace(doc, pos);
   if (pos + 11 >= elem.nEndOpen) return false;
   for (int i = 0; i < 9; ++i)
     if (doc[pos + i] != kOpen[i]) return false;

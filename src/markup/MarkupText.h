@@ -13,13 +13,56 @@ constexpr std::size_t kMaxDocLength = 0x7FFFFF00;
 inline bool IsSpace(WCHAR c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r'; }
 
 inline bool IsDelimiter(WCHAR c) {
-  switch (c) {
-    case u' ': case u'\t': case u'\n': case u'\r':
-    case u'<': case u'>': case u'=': case u'\\': case u'/': case u'?': case u'!':
-      return true;
-    default:
-      return false;
+  // Bit n set for the delimiters among the first 64 code points; the rest are '\\'.
+  constexpr unsigned long long kLow = (1ULL << ' ') | (1ULL << '\t') | (1ULL << '\n') |
+                                      (1ULL << '\r') | (1ULL << '<') | (1ULL << '>') |
+                                      (1ULL << '=') | (1ULL << '/') | (1ULL << '?') |
+                                      (1ULL << '!');
+  return c < 64 ? ((kLow >> c) & 1) != 0 : c == u'\\';
+}
+
+// Advances `pos` to the first `c` (not the terminator) at or after it, or to the
+// terminator; true when `c` was found.
+inline bool FindChar(const WCHAR* doc, int& pos, WCHAR c) {
+  const WCHAR* p = doc + pos;
+  while (*p != c && *p) ++p;
+  pos = static_cast<int>(p - doc);
+  return *p != 0;
+}
+
+// Advances `pos` past whitespace; true when it stops before the terminator.
+inline bool SkipSpace(const WCHAR* doc, int& pos) {
+  while (IsSpace(doc[pos])) ++pos;
+  return doc[pos] != 0;
+}
+
+// The token scanner over anything shaped like CMarkup::TokenPos: skips whitespace, then
+// takes a quoted run, a run of non-delimiters or a single delimiter.
+template <class Token>
+bool ScanToken(Token& token) {
+  const WCHAR* doc = token.pText;
+  int pos = token.nScan;
+  token.bQuoted = 0;
+  if (!SkipSpace(doc, pos)) {
+    token.nFirst = token.nLast = token.nScan = pos;
+    return false;
   }
+  const WCHAR c = doc[pos];
+  if (c == u'"' || c == u'\'') {
+    token.nFirst = pos + 1;
+    token.bQuoted = 1;
+    int close = pos + 1;
+    const bool closed = FindChar(doc, close, c);
+    token.nLast = close - 1;
+    token.nScan = closed ? close + 1 : close;
+    return true;
+  }
+  token.nFirst = pos;
+  int end = pos;
+  while (doc[end] && !IsDelimiter(doc[end])) ++end;
+  token.nScan = end > pos ? end : pos + 1;
+  token.nLast = token.nScan - 1;
+  return true;
 }
 
 // Advances `pos` to the next occurrence of `what` (at most a few characters) at or after

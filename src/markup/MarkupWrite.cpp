@@ -9,9 +9,12 @@
 #include "markup/Markup.h"
 #include "markup/MarkupText.h"
 
+using vantrel1::markup::FindChar;
 using vantrel1::markup::IsValidName;
 using vantrel1::markup::kMaxDocLength;
 using vantrel1::markup::Length;
+using vantrel1::markup::ScanToken;
+using vantrel1::markup::SkipSpace;
 
 namespace {
 
@@ -128,11 +131,11 @@ bool CMarkup::x_LocateNew(int parent, int& reference, int& offset, int length, i
     if (parent)
       offset = before ? up.nTagClose + 1 : up.nEndOpen;
     else
-      offset = before ? 0 : m_sDocument.GetLength();
+      offset = before ? 0 : Length(doc);  // the text ends for the parser at a null
     reference = before ? 0 : x_LastChild(parent);
   }
   int pos = offset;
-  x_FindAny(doc, pos);
+  SkipSpace(doc, pos);
   if (!doc[pos] || doc[pos] == u'<') offset = pos;
   return true;
 }
@@ -143,9 +146,9 @@ bool CMarkup::x_HasNoStartTag() {
   const WCHAR* doc = m_sDocument.c_str();
   TokenPos token(doc);
   int pos = 0;
-  while (x_FindChar(doc, pos, u'<')) {
+  while (FindChar(doc, pos, u'<')) {
     token.nScan = pos + 1;
-    if (!x_FindToken(token) || token.bQuoted) return false;
+    if (!ScanToken(token) || token.bQuoted) return false;
     const WCHAR c = doc[token.nFirst];
     if (c != u'?' && c != u'!') return false;
     token.nScan = pos;

@@ -178,13 +178,26 @@ TEST(MarkupParse, FailedParseKeepsTheTextAndAnEmptyIndex) {
   EXPECT_FALSE(m.FindElem());
 }
 
-TEST(MarkupParse, DocumentEndsAtAnEmbeddedNull) {
+TEST(MarkupParse, NullCharacterEndsTheTextTheParserSees) {
   MarkupProbe m;
   std::u16string text = u"<a/>";
   text += u'\0';
   text += u"<b>";
   EXPECT_TRUE(m.SetDoc(text));
-  EXPECT_EQ(m.GetDoc().size(), 4u);
+  EXPECT_EQ(m.GetDoc(), text);
+  EXPECT_EQ(Layout(m), "a<0,3,2,3>");
+
+  // A root added to a document without one goes before the null, where a parse finds it.
+  text = u"<?p?>";
+  text += u'\0';
+  text += u"<x";
+  EXPECT_FALSE(m.SetDoc(text));
+  ASSERT_TRUE(m.AddElem(u"R"));
+  std::u16string expected = u"<?p?><R/>\r\n";
+  expected += u'\0';
+  expected += u"<x";
+  EXPECT_EQ(m.GetDoc(), expected);
+  EXPECT_EQ(markup_probe::IndexMismatch(m), "");
 }
 
 TEST(MarkupParse, IndexIsPreallocatedFromLengthAndGrowsByHalf) {
