@@ -1,7 +1,9 @@
 #include "platform/MessageSink.h"
 
 #include <cstdio>
+#include <string>
 
+#include "platform/StringTable.h"
 #include "platform/Utf.h"
 
 namespace {
@@ -58,5 +60,21 @@ int AfxMessageBox(LPCWSTR text, UINT type, UINT /*helpId*/) {
   request.kind = MessageKind::Box;
   request.text = CStdStrW(text);
   request.type = type;
+  return g_sink->Show(request);
+}
+
+int AfxMessageBox(UINT id, UINT type, UINT /*helpId*/) {
+  MessageRequest request;
+  request.kind = MessageKind::Box;
+  request.id = id;
+  request.type = type;
+  if (const std::u16string* text = vantrel1::BuiltinStringTable().Find(id)) {
+    request.text = *text;
+  } else {
+    // A missing text is a fault of the build, but the user must still see that something
+    // was to be said, and the id tells the developer which string is missing.
+    const std::string fallback = "Message " + std::to_string(id) + " (its text is missing)";
+    request.text = vantrel1::FromUtf8(fallback);
+  }
   return g_sink->Show(request);
 }
