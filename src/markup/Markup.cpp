@@ -54,8 +54,7 @@ CMarkup::~CMarkup() = default;
 
 void CMarkup::operator=(const CMarkup& other) {
   if (this == &other) throw std::invalid_argument("CMarkup assigned to itself");
-  m_aIndex.resize(other.m_aIndex.size());
-  std::copy(other.m_aIndex.begin(), other.m_aIndex.end(), m_aIndex.begin());
+  m_aIndex = other.m_aIndex;
   m_nParentIndex = other.m_nParentIndex;
   m_nMainIndex = other.m_nMainIndex;
   m_nChildIndex = other.m_nChildIndex;
@@ -92,8 +91,8 @@ bool CMarkup::x_ParseDoc() {
   x_SetPos(0, 0, 0);
   const std::size_t length = m_sDocument.size();
   // One entry per 64 characters is plenty for ordinary documents; the index grows by half
-  // whenever a denser one runs out.
-  const std::size_t wanted = length / 64 + 8;
+  // whenever a denser one runs out. Positions are ints: a longer text is not parsed.
+  const std::size_t wanted = (length <= kMaxDocLength ? length : 0) / 64 + 8;
   if (m_aIndex.size() < wanted) m_aIndex.resize(wanted);
   m_aIndex[0] = ElemPos{};
   if (length > 0 && length <= kMaxDocLength) {

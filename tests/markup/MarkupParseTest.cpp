@@ -265,33 +265,21 @@ TEST(MarkupParse, CopiesAreIndependentAndSelfAssignmentThrows) {
 }
 
 TEST(MarkupScanner, TokensStopAtDelimitersAndQuotes) {
+  // Each row: first, last, next scan position, quoted.
   const char16_t* text = u"  name=\"v a\" / 'open";
+  const int expected[][4] = {{2, 5, 6, 0}, {6, 6, 7, 0}, {8, 10, 12, 1}, {13, 13, 14, 0},
+                             {16, 19, 20, 1}};  // an unclosed quote runs to the end
   MarkupProbe::TokenPos token(text);
-  ASSERT_TRUE(MarkupProbe::x_FindToken(token));
-  EXPECT_EQ(token.nFirst, 2);
-  EXPECT_EQ(token.nLast, 5);
-  EXPECT_EQ(token.nScan, 6);
-  ASSERT_TRUE(MarkupProbe::x_FindToken(token));
-  EXPECT_EQ(token.nFirst, 6);
-  EXPECT_EQ(token.nScan, 7);
-  ASSERT_TRUE(MarkupProbe::x_FindToken(token));
-  EXPECT_EQ(token.bQuoted, 1);
-  EXPECT_EQ(token.nFirst, 8);
-  EXPECT_EQ(token.nLast, 10);
-  EXPECT_EQ(token.nScan, 12);
-  ASSERT_TRUE(MarkupProbe::x_FindToken(token));
-  EXPECT_EQ(token.nFirst, 13);
-  EXPECT_EQ(token.bQuoted, 0);
-  // An unclosed quote runs to the terminator.
-  ASSERT_TRUE(MarkupProbe::x_FindToken(token));
-  EXPECT_EQ(token.bQuoted, 1);
-  EXPECT_EQ(token.nFirst, 16);
-  EXPECT_EQ(token.nLast, 19);
-  EXPECT_EQ(token.nScan, 20);
+  for (const auto& row : expected) {
+    ASSERT_TRUE(MarkupProbe::x_FindToken(token));
+    EXPECT_EQ(token.nFirst, row[0]);
+    EXPECT_EQ(token.nLast, row[1]);
+    EXPECT_EQ(token.nScan, row[2]);
+    EXPECT_EQ(token.bQuoted, row[3]);
+  }
   EXPECT_FALSE(MarkupProbe::x_FindToken(token));
   EXPECT_EQ(token.nFirst, 20);
-  EXPECT_EQ(token.nLast, 20);
-  EXPECT_EQ(token.bQuoted, 0);
+  EXPECT_EQ(token.nScan, 20);
 }
 
 TEST(MarkupScanner, NodeKindsAndTheirEnds) {

@@ -72,14 +72,6 @@ TEST(MarkupWrite, EscapesDataAndAttributeValues) {
   EXPECT_EQ(IndexMismatch(m), "");
 }
 
-TEST(MarkupWrite, EscapeTableAndGrowth) {
-  EXPECT_EQ(Narrow(MarkupProbe::x_TextToDoc(u"<&>'\"", false)), "&lt;&amp;&gt;'\"");
-  EXPECT_EQ(Narrow(MarkupProbe::x_TextToDoc(u"<&>'\"", true)), "&lt;&amp;&gt;&apos;&quot;");
-  EXPECT_EQ(Narrow(MarkupProbe::x_TextToDoc(nullptr, true)), "");
-  std::u16string many(1000, u'&');
-  EXPECT_EQ(MarkupProbe::x_TextToDoc(many.c_str(), false).size(), 5000u);
-}
-
 TEST(MarkupWrite, SetAttribReplacesAnExistingValueInItsQuotes) {
   MarkupProbe m(u"<R a='1' b=\"\"><C/></R>");
   ASSERT_TRUE(m.FindElem());
@@ -214,12 +206,6 @@ TEST(MarkupWrite, RootIsNotAppendedAfterTextThatStartsAnElement) {
     EXPECT_FALSE(m.AddElem(u"R")) << Narrow(doc);
     EXPECT_EQ(m.GetDoc(), std::u16string(doc));
   }
-}
-
-TEST(MarkupWrite, ChildNeedsAMainPosition) {
-  MarkupProbe m(u"<r/>");
-  EXPECT_FALSE(m.AddChildElem(u"c"));
-  EXPECT_EQ(Doc(m), "<r/>");
 }
 
 TEST(MarkupWrite, EditsDeepInsideShiftEverythingAfterThem) {
