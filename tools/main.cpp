@@ -2,32 +2,37 @@
 #include <cstdio>
 #include <cstring>
 
+#include "Commands.h"
 #include "platform/Version.h"
 
 namespace {
 
-int PrintHelp() {
-  std::printf(
-      "vantrel1 %s\n"
-      "usage: vantrel1 <command> [options]\n"
-      "  version     print the library version and what works\n"
-      "  --help      this text\n",
-      Vantrel1Version());
-  return 0;
-}
+struct Command {
+  const char* name;
+  int (*run)(int argc, char** argv);
+  const char* summary;
+};
 
-int PrintVersion() {
-  std::printf("vantrel1 %s\n", Vantrel1Version());
-  std::printf("works: the platform layer (strings, archives, profile files, string resources, "
-              "drawing devices)\n");
+const Command kCommands[] = {
+    {"version", vantrel1::cli::RunVersion, "print the library version and what works"},
+    {"crc", vantrel1::cli::RunCrc, "FILE...  the CRC-32 of each file"},
+};
+
+int PrintHelp() {
+  std::printf("vantrel1 %s: line types, symbols and drawings of the road design suite\n", Vantrel1Version());
+  std::printf("usage: vantrel1 <command> [arguments]\n\n");
+  for (const Command& c : kCommands) std::printf("  %-10s %s\n", c.name, c.summary);
+  std::printf("  %-10s %s\n", "--help", "this text");
   return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2 || std::strcmp(argv[1], "version") == 0) return PrintVersion();
+  if (argc < 2) return PrintHelp();
   if (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) return PrintHelp();
+  for (const Command& c : kCommands)
+    if (std::strcmp(argv[1], c.name) == 0) return c.run(argc - 2, argv + 2);
   std::fprintf(stderr, "vantrel1: unknown command '%s' (try --help)\n", argv[1]);
   return 2;
 }

@@ -1,0 +1,10 @@
+#pragma once
+// The subcommands of the vantrel1 program. Each takes the arguments after its name and
+// returns the process exit code.
+
+namespace vantrel1::cli {
+
+int RunVersion(int argc, char** argv);
+int RunCrc(int argc, char** argv);
+
+}  // namespace vantrel1::cli

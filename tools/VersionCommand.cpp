@@ -1,0 +1,17 @@
+// vantrel1 version: the library version and the capabilities that work.
+#include <cstdio>
+
+#include "Commands.h"
+#include "platform/Version.h"
+
+namespace vantrel1::cli {
+
+int RunVersion(int, char**) {
+  std::printf("vantrel1 %s\n", Vantrel1Version());
+  std::printf("works: platform layer (UTF-16 strings, archives, profile files, string tables, "
+              "drawing device context), geometry types and the quadtree, CRC-32, precise timer, "
+              "subject and observer\n");
+  return 0;
+}
+
+}  // namespace vantrel1::cli
