@@ -106,12 +106,29 @@ TEST(LineItemDraw, RejectionDuringAGapRestartsWithTheDashThatPrecededIt) {
 TEST(LineItemDraw, ZeroLengthDashOnAnAxisDoesNotStopTheLine) {
   // dash 10, gap 10, dash 0, gap 10: after the zero dash the gap's guard is widened by
   // 0 only, and the position lies ulps off the axis; the rounding allowance keeps going.
-  const auto lines = Draw(Item(1, 0, {100, 0}, {100, 100}), {0, 100}, {0, 0});
+  auto lines = Draw(Item(1, 0, {100, 0}, {100, 100}), {0, 100}, {0, 0});
   ASSERT_EQ(lines.size(), 7u);
   EXPECT_EQ(lines[1].x[0], lines[1].x[1]);
   EXPECT_NEAR(lines[1].x[0], 20, 1e-6);
   EXPECT_NEAR(lines[5].x[0], 80, 1e-5);
   EXPECT_EQ(lines[6].x[1], 100.0);
+
+  lines = Draw(Item(1, 0, {100, 0}, {100, 100}), {0, 0}, {0, 100});  // the same northwards
+  ASSERT_EQ(lines.size(), 7u);
+  EXPECT_EQ(lines[6].y[1], 100.0);
+}
+
+TEST(LineItemDraw, PairsFollowInTurnDashThenItsGap) {
+  // The built-in 30 on, 5 off, 6 on, 50 off, 6 on, 5 off, on a line long enough for the
+  // pattern to come round again.
+  const auto lines = Draw(Item(1, 0, {300, 60, 60}, {50, 500, 50}), {0, 200}, {0, 0});
+  ASSERT_EQ(lines.size(), 6u);
+  const double starts[] = {0, 35, 91, 102, 137, 193};
+  const double ends[] = {30, 41, 97, 132, 143, 199};
+  for (int i = 0; i < 6; ++i) {
+    EXPECT_NEAR(lines[i].x[0], starts[i], 1e-5) << i;
+    EXPECT_NEAR(lines[i].x[1], ends[i], 1e-5) << i;
+  }
 }
 
 TEST(LineItemDraw, NegativeLengthsCountAsZeroAndEveryPatternEnds) {

@@ -74,6 +74,15 @@ TEST(TextItemDraw, OffsetLiesRightOfTravelAndTheItemsAngleAddsToTheLines) {
   EXPECT_EQ(texts[0]->y[0], -5.0);
   EXPECT_EQ(texts[0]->font.lfEscapement, 900);
   EXPECT_EQ(texts[0]->text, u"ab");
+
+  dc.Clear();  // northwards, right of travel is +x
+  const Coords nx{0, 0}, ny{0, 120};
+  item.Draw(&dc, &dc, nx.data(), ny.data(), 2, &kFont, nullptr, 1.0, 0);
+  ASSERT_EQ(Texts(dc).size(), 1u);
+  // Turned to 180°, which reads upside down: written at 0° instead, centred downwards.
+  EXPECT_EQ(Texts(dc)[0]->x[0], 5.0);
+  EXPECT_EQ(Texts(dc)[0]->y[0], 50.0 - 3.0);
+  EXPECT_EQ(Texts(dc)[0]->font.lfEscapement, 0);
 }
 
 TEST(TextItemDraw, BackgroundModeHoldsForEveryCopyAndIsRestored) {
