@@ -55,4 +55,7 @@ class VANTREL1_EXPORT CLineItem : public CObject {
   int m_nDash[kMaxPairs];
   int m_nGap[kMaxPairs];
   int m_nCount;   // pairs in use; 0 = continuous
+
+ private:
+  void NormalisePattern();
 };
