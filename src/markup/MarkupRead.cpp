@@ -1,0 +1,214 @@
+// The cursor over the element index and everything that reads the document through it.
+#include <stdexcept>
+
+#include "markup/Markup.h"
+#include "markup/MarkupText.h"
+#include "platform/WideCrt.h"
+
+using vantrel1::markup::Length;
+using vantrel1::markup::ScanToken;
+using vantrel1::markup::SkipSpace;
+
+namespace {
+
+struct Entity {
+  const WCHAR* name;  // after the '&', with its ';'
+  int length;
+  WCHAR character;
+};
+
+// Tried in this order when unescaping.
+constexpr Entity kEntities[] = {
+    {u"lt;", 3, u'<'},    {u"amp;", 4, u'&'},   {u"gt;", 3, u'>'},
+    {u"apos;", 5, u'\''}, {u"quot;", 5, u'"'},
+};
+
+bool NameEquals(const WCHAR* text, int length, const WCHAR* name) {
+  for (int i = 0; i < length; ++i)
+    if (text[i] != name[i]) return false;
+  return name[length] == 0;
+}
+
+}  // namespace
+
+void CMarkup::x_SetPos(int parent, int main, int child) {
+  m_nParentIndex = parent;
+  m_nMainIndex = main;
+  m_nChildIndex = child;
+  m_nCurrentKind = main ? 1 : 0;
+}
+
+void CMarkup::ResetMainPos() {
+  m_nMainIndex = 0;
+  m_nCurrentKind = 0;
+}
+
+void CMarkup::ResetChildPos() {
+  m_nChildIndex = 0;
+  m_nCurrentKind = m_nMainIndex ? 1 : 0;
+}
+
+bool CMarkup::FindElem(const WCHAR* name) {
+  if (m_nFreeIndex <= 1) return false;
+  const int found = x_FindElem(m_nParentIndex, m_nMainIndex, name);
+  if (!found) return false;
+  x_SetPos(x_Pos(found).nParent, found, 0);
+  return true;
+}
+
+bool CMarkup::FindChildElem(const WCHAR* name) {
+  if (!m_nMainIndex) FindElem(nullptr);
+  if (!m_nMainIndex) return false;
+  const int found = x_FindElem(m_nMainIndex, m_nChildIndex, name);
+  if (!found) return false;
+  x_SetPos(x_Pos(m_nMainIndex).nParent, m_nMainIndex, found);
+  return true;
+}
+
+bool CMarkup::IntoElem() {
+  if (!m_nMainIndex || m_nCurrentKind != 1) return false;
+  x_SetPos(m_nMainIndex, m_nChildIndex, 0);
+  return true;
+}
+
+bool CMarkup::OutOfElem() {
+  if (!m_nParentIndex) return false;
+  x_SetPos(x_Pos(m_nParentIndex).nParent, m_nParentIndex, m_nMainIndex);
+  return true;
+}
+
+int CMarkup::x_FindElem(int parent, int after, const WCHAR* name) const {
+  int index = after ? x_Pos(after).nNextSibling : x_Pos(parent).nFirstChild;
+  if (!name || !*name) return index;
+  const int nameLength = Length(name);
+  TokenPos token(m_sDocument.c_str());
+  for (; index; index = x_Pos(index).nNextSibling) {
+    token.nScan = x_Pos(index).nTagOpen + 1;
+    ScanToken(token);
+    if (x_TagMatches(token, name, nameLength)) return index;
+  }
+  return 0;
+}
+
+CStdStrW CMarkup::x_GetTagName(int index) const {
+  if (!index) return CStdStrW();
+  TokenPos token(m_sDocument.c_str());
+  token.nScan = x_Pos(index).nTagOpen + 1;
+  ScanToken(token);
+  return x_GetToken(token);
+}
+
+bool CMarkup::x_FindAttrib(TokenPos& token, const WCHAR* name) const {
+  int named = 0;  // token number of the last attribute name that matched
+  for (int count = 1; ScanToken(token); ++count) {
+    if (token.bQuoted) {
+      if (named && count == named + 2) return true;
+      continue;
+    }
+    const WCHAR* text = token.pText + token.nFirst;
+    if (*text == u'>' || *text == u'?' || *text == u'/') return false;
+    if (count > 1 && *text != u'=' &&
+        (!name || NameEquals(text, token.nLast - token.nFirst + 1, name)))
+      named = count;
+  }
+  return false;
+}
+
+// An attribute of `index` whose value, closing quote included, lies inside the start tag.
+// A quoted value that runs past the tag's '>' is not the element's attribute.
+bool CMarkup::x_FindAttribOf(int index, TokenPos& token, const WCHAR* name) const {
+  const ElemPos& elem = x_Pos(index);
+  token.nScan = elem.nTagOpen + 1;
+  return x_FindAttrib(token, name) && token.nLast + 1 < elem.nTagClose;
+}
+
+CStdStrW CMarkup::x_GetAttrib(int index, const WCHAR* name) const {
+  if (!index || !name) return CStdStrW();
+  TokenPos token(m_sDocument.c_str());
+  if (!x_FindAttribOf(index, token, name)) return CStdStrW();
+  return x_TextFromDoc(token.nFirst, token.nLast);
+}
+
+bool CMarkup::x_GetCData(const ElemPos& elem, CStdStrW& data) const {
+  static constexpr WCHAR kOpen[] = u"<![CDATA[";
+  const WCHAR* doc = m_sDocument.c_str();
+  int pos = elem.nTagClose + 1;
+  SkipSpace(doc, pos);
+  if (pos + 11 >= elem.nEndOpen) return false;
+  for (int i = 0; i < 9; ++i)
+    if (doc[pos + i] != kOpen[i]) return false;
+  for (int close = pos + 9; close + 2 < elem.nEndOpen; ++close) {
+    if (doc[close] == u']' && doc[close + 1] == u']' && doc[close + 2] == u'>') {
+      data.assign(doc + pos + 9, static_cast<std::size_t>(close - pos - 9));
+      return true;
+    }
+  }
+  return false;
+}
+
+CStdStrW CMarkup::x_GetData(int index) const {
+  if (!index) return CStdStrW();
+  const ElemPos& elem = x_Pos(index);
+  if (elem.nFirstChild || x_IsEmptyElem(index)) return CStdStrW();
+  CStdStrW data;
+  if (x_GetCData(elem, data)) return data;
+  return x_TextFromDoc(elem.nTagClose + 1, elem.nEndOpen - 1);
+}
+
+CStdStrW CMarkup::x_TextFromDoc(int left, int right) const {
+  CStdStrW text;
+  if (right < left) return text;
+  if (left < 0 || right >= m_sDocument.GetLength())
+    throw std::invalid_argument("CMarkup text range out of the document");
+  text.reserve(static_cast<std::size_t>(right - left + 1));
+  const WCHAR* doc = m_sDocument.c_str();
+  for (int pos = left; pos <= right; ++pos) {
+    WCHAR c = doc[pos];
+    if (c == u'&') {
+      for (const Entity& entity : kEntities) {
+        if (pos + entity.length <= right &&
+            std::char_traits<WCHAR>::compare(doc + pos + 1, entity.name,
+                                             static_cast<std::size_t>(entity.length)) == 0) {
+          c = entity.character;
+          pos += entity.length;
+          break;
+        }
+      }
+    }
+    text.push_back(c);
+  }
+  return text;
+}
+
+bool CMarkup::x_FindData(const CStdStrW& name, CStdStrW& data) {
+  // Always from the first child, so fields may be read in any order.
+  ResetChildPos();
+  if (!FindChildElem(name.c_str())) return false;
+  IntoElem();
+  data = x_GetData(m_nMainIndex);
+  OutOfElem();
+  return true;
+}
+
+int CMarkup::GetDataInt(const CStdStrW& name, int def) {
+  CStdStrW data;
+  return x_FindData(name, data) ? _wtoi(data.c_str()) : def;
+}
+
+double CMarkup::GetDataDouble(const CStdStrW& name, double def) {
+  CStdStrW data;
+  return x_FindData(name, data) ? _wtof(data.c_str()) : def;
+}
+
+WCHAR CMarkup::GetDataChar(const CStdStrW& name, WCHAR def) {
+  CStdStrW data;
+  if (!x_FindData(name, data)) return def;
+  // A zero character is written as the letter c.
+  if (data.empty() || data[0] == u'c') return 0;
+  return data[0];
+}
+
+CStdStrW CMarkup::GetDataStr(const CStdStrW& name, const CStdStrW& def) {
+  CStdStrW data;
+  return x_FindData(name, data) ? data : def;
+}

@@ -1,0 +1,92 @@
+#pragma once
+// Character classes and small text searches shared by the markup parser and editor.
+#include <cstddef>
+#include <string>
+
+#include "platform/Types.h"
+
+namespace vantrel1::markup {
+
+// Positions are ints; a document and everything added to it stays below this length.
+constexpr std::size_t kMaxDocLength = 0x7FFFFF00;
+
+inline bool IsSpace(WCHAR c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r'; }
+
+inline bool IsDelimiter(WCHAR c) {
+  // Bit n set for the delimiters among the first 64 code points; the rest are '\\'.
+  constexpr unsigned long long kLow = (1ULL << ' ') | (1ULL << '\t') | (1ULL << '\n') |
+                                      (1ULL << '\r') | (1ULL << '<') | (1ULL << '>') |
+                                      (1ULL << '=') | (1ULL << '/') | (1ULL << '?') |
+                                      (1ULL << '!');
+  return c < 64 ? ((kLow >> c) & 1) != 0 : c == u'\\';
+}
+
+// Advances `pos` to the first `c` (not the terminator) at or after it, or to the
+// terminator; true when `c` was found.
+inline bool FindChar(const WCHAR* doc, int& pos, WCHAR c) {
+  const WCHAR* p = doc + pos;
+  while (*p != c && *p) ++p;
+  pos = static_cast<int>(p - doc);
+  return *p != 0;
+}
+
+// Advances `pos` past whitespace; true when it stops before the terminator.
+inline bool SkipSpace(const WCHAR* doc, int& pos) {
+  while (IsSpace(doc[pos])) ++pos;
+  return doc[pos] != 0;
+}
+
+// The token scanner over anything shaped like CMarkup::TokenPos: skips whitespace, then
+// takes a quoted run, a run of non-delimiters or a single delimiter.
+template <class Token>
+bool ScanToken(Token& token) {
+  const WCHAR* doc = token.pText;
+  int pos = token.nScan;
+  token.bQuoted = 0;
+  if (!SkipSpace(doc, pos)) {
+    token.nFirst = token.nLast = token.nScan = pos;
+    return false;
+  }
+  const WCHAR c = doc[pos];
+  if (c == u'"' || c == u'\'') {
+    token.nFirst = pos + 1;
+    token.bQuoted = 1;
+    int close = pos + 1;
+    const bool closed = FindChar(doc, close, c);
+    token.nLast = close - 1;
+    token.nScan = closed ? close + 1 : close;
+    return true;
+  }
+  token.nFirst = pos;
+  int end = pos;
+  while (doc[end] && !IsDelimiter(doc[end])) ++end;
+  token.nScan = end > pos ? end : pos + 1;
+  token.nLast = token.nScan - 1;
+  return true;
+}
+
+// Advances `pos` to the next occurrence of `what` (at most a few characters) at or after
+// it; false at the terminator.
+inline bool FindText(const WCHAR* doc, int& pos, const WCHAR* what) {
+  for (;; ++pos) {
+    if (!doc[pos]) return false;
+    int i = 0;
+    while (what[i] && doc[pos + i] == what[i]) ++i;
+    if (!what[i]) return true;
+  }
+}
+
+inline int Length(const WCHAR* text) {
+  return text ? static_cast<int>(std::char_traits<WCHAR>::length(text)) : 0;
+}
+
+// A name that scans back as the single token it was written as: not empty, not quoted,
+// no delimiters. Anything else would turn the written tag into a different one.
+inline bool IsValidName(const WCHAR* name) {
+  if (!name || !*name || *name == u'"' || *name == u'\'') return false;
+  for (const WCHAR* p = name; *p; ++p)
+    if (IsDelimiter(*p)) return false;
+  return true;
+}
+
+}  // namespace vantrel1::markup
