@@ -162,21 +162,6 @@ TEST_F(LineTypeText, AFailedItemLeavesWhatWasReadAndTheIdPastTheBadRecord) {
   EXPECT_EQ(std::u16string(line.GetDesc()), u"prekinuta");
 }
 
-TEST_F(LineTypeText, ReadsEveryKindOfItemFromTheirOwnStrings) {
-  const HINSTANCE module = Module(
-      "1 \"0,1,1,1,kontura\"\n"
-      "2 \"-1,0,0,1,0,1000,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\"\n"
-      "3 \"4,1,1,0,-2,4,0,25,1,100,0,1,0,-25,1,0,0,1\"\n"
-      "4 \"1,0,2,5000,0.5,0,100\"\n"
-      "5 \"1,0,2,5000,0.5,0\"\n");
-  CLineType line;
-  int id = 1;
-  ASSERT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 1);
-  EXPECT_EQ(Record(*line.GetLineItem(0)), u"-1,0,0,0,0,1000,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0");
-  EXPECT_EQ(Record(*line.GetSymbolItem(0)), u"B4,1,1,1000,0,0,6,4,0,25,1,100,0,1,0,-25,1,0,0,1");
-  EXPECT_EQ(Record(*line.GetTextItem(0)), u"1,0,2,5000,0.5,0,100");
-}
-
 TEST_F(LineTypeText, WritesASectionAndReadsItBack) {
   CLineType source;
   CLineItem dashes;

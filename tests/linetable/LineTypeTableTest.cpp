@@ -71,19 +71,6 @@ TEST_F(BuiltInTable, LoadsNineSystemAndFortyThreeUserLineTypesFromTheLibrary) {
   EXPECT_EQ(m_table.m_nUserLines, 43);
 }
 
-class WideLines : public CVantrelAppBaseX {
- public:
-  int GetDefaultLineWidth() const override { return 4; }
-};
-
-TEST(LineTypeTableLoad, TakesTheDefaultWidthFromTheApplication) {
-  WideLines app;
-  CLineTypeTable table;
-  EXPECT_EQ(table.FromFile(&app, nullptr, nullptr), 0);
-  EXPECT_EQ(table.m_nDefaultWidth, 4);
-  EXPECT_EQ(table.m_nUserLines, 43);
-}
-
 TEST_F(BuiltInTable, NumbersUserLineTypesFrom1026AndEnumeratesEveryValidNumber) {
   EXPECT_EQ(CLineTypeTable::IsUserLineType(15), 0);
   EXPECT_NE(CLineTypeTable::IsUserLineType(16), 0);
