@@ -8,9 +8,10 @@ namespace vantrel1::cli {
 
 int RunVersion(int, char**) {
   std::printf("vantrel1 %s\n", Vantrel1Version());
-  std::printf("works: platform layer (UTF-16 strings, archives, profile files, string tables, "
+  std::printf("works: line items, symbol and text items, line types, the line type table and its cache, "
+              "the XML class, platform layer (UTF-16 strings, archives, profile files, string tables, "
               "drawing device context), geometry types and the quadtree, CRC-32, precise timer, "
-              "subject and observer\n");
+              "subject and observer, PNG/PDF/SVG output, the catalogue and render commands\n");
   return 0;
 }
 
