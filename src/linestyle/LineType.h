@@ -24,9 +24,10 @@ class VANTREL1_EXPORT CLineType : public CObject {
 
  public:
   static constexpr int kDescSize = 32;  // 31 units and the terminator
-  // Largest capacity of any item array. Real line types hold a few items (tables allow
-  // 250 of each kind); a stored capacity beyond this is refused rather than allocated.
-  static constexpr int kMaxItems = 65536;
+  // Largest capacity of any item array. Line type files allow 250 items of each kind; a
+  // document claiming far more is refused rather than allocated, so that a table of
+  // damaged line types cannot take the memory of the machine.
+  static constexpr int kMaxItems = 1000;
 
   CLineType();
   explicit CLineType(HGDIOBJ pen);

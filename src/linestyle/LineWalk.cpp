@@ -33,8 +33,11 @@ double LineWalk::SkipHidden(double period, double margin) {
   const double m = std::clamp(std::isnan(margin) ? kMaxMargin : margin, 0.0, kMaxMargin);
   double tIn = 0;
   double tOut = distance;
-  ClipRay(m_x0, m_c, m_bounds.left - m, m_bounds.right + m, &tIn, &tOut);
-  ClipRay(m_y0, m_s, m_bounds.bottom - m, m_bounds.top + m, &tIn, &tOut);
+  // A rectangle given upside down still names an area that the clipper draws into.
+  const auto [left, right] = std::minmax(m_bounds.left, m_bounds.right);
+  const auto [bottom, top] = std::minmax(m_bounds.bottom, m_bounds.top);
+  ClipRay(m_x0, m_c, left - m, right + m, &tIn, &tOut);
+  ClipRay(m_y0, m_s, bottom - m, top + m, &tIn, &tOut);
   double target;
   if (tIn > tOut)
     target = distance;  // the rest of the segment never comes near the bounds

@@ -130,10 +130,15 @@ class VANTREL1_EXPORT LineWalk {
   // the ulps that the reversed direction puts off an axis-parallel segment never count as
   // leaving it.
   bool WithinBox(double widen) const {
-    const double tx = 1e-9 * std::fmax(1.0, std::fabs(m_x0)) + widen;
-    const double ty = 1e-9 * std::fmax(1.0, std::fabs(m_y0)) + widen;
-    return m_x0 >= std::fmin(m_px, m_qx) - tx && m_x0 <= std::fmax(m_px, m_qx) + tx &&
-           m_y0 >= std::fmin(m_py, m_qy) - ty && m_y0 <= std::fmax(m_py, m_qy) + ty;
+    const double ax = std::fabs(m_x0);
+    const double ay = std::fabs(m_y0);
+    const double tx = 1e-9 * (ax > 1 ? ax : 1.0) + widen;
+    const double ty = 1e-9 * (ay > 1 ? ay : 1.0) + widen;
+    const double left = m_px < m_qx ? m_px : m_qx;
+    const double right = m_px < m_qx ? m_qx : m_px;
+    const double bottom = m_py < m_qy ? m_py : m_qy;
+    const double top = m_py < m_qy ? m_qy : m_py;
+    return m_x0 >= left - tx && m_x0 <= right + tx && m_y0 >= bottom - ty && m_y0 <= top + ty;
   }
 
   // Fast-forwards over whole periods of a repeating pattern when the rest of the segment

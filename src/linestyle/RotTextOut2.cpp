@@ -78,7 +78,7 @@ int RotTextOut2(HDC dc, HDC attribDC, int x, int y, double angle, const WCHAR* t
 
   RECT boundsBuffer{};
   const RECT* bounds = GetClipBounds(&boundsBuffer, dc, clip);
-  if (bounds == nullptr || !MeetsBounds(*bounds, x, y, r)) return 1;
+  if (length == 0 || bounds == nullptr || !MeetsBounds(*bounds, x, y, r)) return 1;
 
   std::int64_t refX = x;
   std::int64_t refY = y;

@@ -7,7 +7,8 @@
 // The argument, when there is one, goes where the text has "%s" (every "%s"); a text
 // without "%s" shows a non-empty argument on a line of its own after it. A null or empty
 // argument leaves "%s" empty. An id without a text still shows the id and the argument.
-// `owner` names the window the message belongs to; the sink decides where to show it.
+// `owner`, the window the message belongs to, is accepted for the suite's callers; where
+// a box appears is the sink's choice.
 #include "platform/StdStr.h"
 #include "platform/Types.h"
 

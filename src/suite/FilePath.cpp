@@ -27,26 +27,26 @@ CStdStrW WithTrailingSeparator(CStdStrW dir) {
 
 // Greedy matching that backs up only to the last '*': each later '*' makes the earlier
 // ones irrelevant, so a failed attempt never has to be retried from further back.
-bool Fits(View name, View spec) {
+bool Fits(View name, View pattern) {
   std::size_t n = 0, s = 0;
-  std::size_t starSpec = View::npos, starName = 0;
+  std::size_t starPattern = View::npos, starName = 0;
   while (n < name.size()) {
-    if (s < spec.size() && spec[s] == u'*') {
-      starSpec = s++;
+    if (s < pattern.size() && pattern[s] == u'*') {
+      starPattern = s++;
       starName = n;
-    } else if (s < spec.size() &&
-               (spec[s] == u'?' || vantrel1::ClassicFoldedDifference(spec[s], name[n]) == 0)) {
+    } else if (s < pattern.size() &&
+               (pattern[s] == u'?' || vantrel1::ClassicFoldedDifference(pattern[s], name[n]) == 0)) {
       ++s;
       ++n;
-    } else if (starSpec != View::npos) {
-      s = starSpec + 1;
+    } else if (starPattern != View::npos) {
+      s = starPattern + 1;
       n = ++starName;
     } else {
       return false;
     }
   }
-  while (s < spec.size() && spec[s] == u'*') ++s;
-  return s == spec.size();
+  while (s < pattern.size() && pattern[s] == u'*') ++s;
+  return s == pattern.size();
 }
 
 }  // namespace
@@ -99,8 +99,8 @@ void splitpath2(CStdStrArg<WCHAR> path, CStdStrW* dir, CStdStrW* name, CStdStrW*
   if (ext) *ext = CStdStrW(file.substr(dot));
 }
 
-int FileNameFitsSpec(CStdStrArg<WCHAR> name, CStdStrArg<WCHAR> spec) {
-  const View n = name.View(), s = spec.View();
+int FileNameFitsSpec(CStdStrArg<WCHAR> name, CStdStrArg<WCHAR> pattern) {
+  const View n = name.View(), s = pattern.View();
   if (s.empty()) return n.empty() ? 1 : 0;
   if (Fits(n, s)) return 1;
   const bool anyExtension = s.size() >= 2 && s.substr(s.size() - 2) == u".*";

@@ -37,8 +37,8 @@ VANTREL1_EXPORT int FileExistsX(LPCWSTR path, int mode);
 // has no extension) or ends it ("notes." has none either). Any output may be null.
 VANTREL1_EXPORT void splitpath2(CStdStrArg<WCHAR> path, CStdStrW* dir, CStdStrW* name, CStdStrW* ext);
 
-// 1 when `name` fits the wildcard pattern `spec` without regard to case: '*' stands for
+// 1 when `name` fits the wildcard `pattern` without regard to case: '*' stands for
 // any run of units (none included), '?' for exactly one. As the file dialogs of the
 // Windows suite read "*.*", a pattern ending in ".*" also fits a name without any dot.
 // Time grows with the product of the two lengths at worst, never exponentially.
-VANTREL1_EXPORT int FileNameFitsSpec(CStdStrArg<WCHAR> name, CStdStrArg<WCHAR> spec);
+VANTREL1_EXPORT int FileNameFitsSpec(CStdStrArg<WCHAR> name, CStdStrArg<WCHAR> pattern);

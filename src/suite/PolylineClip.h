@@ -11,15 +11,17 @@
 #include "platform/Types.h"
 
 // Draws the visible parts of the polyline (x[i], y[i]), i < n.
-//   fill 0: with the current pen, as open polylines: each segment is cut to the rectangle
-//           and the visible pieces go to PolylineD in maximal runs - two visible pieces
-//           join when the first ends where the second begins at an uncut vertex. A
-//           segment with a non-finite coordinate is not drawn and breaks the run.
-//   fill 1: as one closed polygon cut to the rectangle (an edge of the rectangle takes
-//           the place of the outside part), drawn with PolygonD: filled with the current
-//           brush, or, when `colour` is given, with a solid brush of *colour made for the
-//           call, and outlined with the current pen. Vertices with a non-finite coordinate
-//           are left out; fewer than three vertices after cutting draw nothing.
+//   fill 0:   with the current pen, as open polylines: each segment is cut to the
+//             rectangle and the visible pieces go to PolylineD in maximal runs - two
+//             visible pieces join when the first ends where the second begins at an
+//             uncut vertex. A segment with a non-finite coordinate is not drawn and
+//             breaks the run.
+//   fill ≠ 0: as one closed polygon cut to the rectangle (an edge of the rectangle takes
+//             the place of the outside part), drawn with PolygonD: filled with the
+//             current brush, or, when `colour` is given, with a solid brush of *colour
+//             made for the call, and outlined with the current pen. Vertices with a
+//             non-finite coordinate are left out; fewer than three vertices after
+//             cutting draw nothing.
 // Returns the number of primitives drawn (0 also for a null array, n < 2 or a device
 // context that refuses to draw).
 VANTREL1_EXPORT int PolylineClip(HDC dc, const double* x, const double* y, long n, const RECT* clip, int fill,

@@ -154,6 +154,11 @@ TEST(LineType, AddingGrowsOneElementAtATime) {
   EXPECT_EQ(fresh.GetTextItem(-1), nullptr);
   EXPECT_EQ(fresh.AddSymbolItem(nullptr), 0);
   EXPECT_EQ(fresh.AddTextItem(nullptr), 0);
+
+  CLineType full(0, 0, CLineType::kMaxItems);
+  for (int i = 0; i < CLineType::kMaxItems; ++i) ASSERT_EQ(full.AddTextItem(&text), 1);
+  EXPECT_EQ(full.AddTextItem(&text), 0);
+  EXPECT_EQ(full.GetNText(), CLineType::kMaxItems);
 }
 
 TEST(LineType, DeletingBeyondTheEndRemovesTheLastItem) {
