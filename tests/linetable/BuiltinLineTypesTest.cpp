@@ -126,7 +126,8 @@ TEST_F(BuiltInLineTypes, ChainsStartWhereTheNumberingSaysAndHoldWhatItSays) {
     WCHAR header[64];
     _snwprintf_s(header, 64, _TRUNCATE, u"%d,%d,%d,%d,%s", b.penWidth, b.nLine, b.nSymbol, b.nText, b.desc);
     EXPECT_EQ(LoadString(static_cast<UINT>(b.firstId)), std::u16string(header)) << b.number;
-    const CLineType& line = b.number < 1026 ? s_table->m_pSystemLines[b.number - 7] : s_table->m_pUserLines[b.number - 1026];
+    const CLineType& line =
+        b.number < 1026 ? s_table->m_pSystemLines[b.number - 7] : s_table->m_pUserLines[b.number - 1026];
     EXPECT_EQ(std::u16string(line.GetDesc()), b.desc);
     EXPECT_EQ(line.GetPenWidth(), b.penWidth) << b.number;
     EXPECT_EQ(line.GetNLine(), b.nLine) << b.number;

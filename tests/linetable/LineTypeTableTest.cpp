@@ -335,25 +335,22 @@ void WriteSections(CLineTypeTable& table, const std::u16string& file) {
   }
 }
 
+// A line type's description, pen width and item records as one text.
+std::u16string Records(CLineType& line) {
+  std::u16string out = line.GetDesc();
+  out += u'|';
+  out += static_cast<char16_t>(u'0' + line.GetPenWidth());
+  WCHAR record[512];
+  for (int k = 0; k < line.GetNLine(); ++k) out += u'|' + std::u16string(line.GetLineItem(k)->ToAscii(record, 512));
+  for (int k = 0; k < line.GetNSymbol(); ++k) out += u'|' + std::u16string(line.GetSymbolItem(k)->ToAscii(record, 512));
+  for (int k = 0; k < line.GetNText(); ++k) out += u'|' + std::u16string(line.GetTextItem(k)->ToAscii(record, 512));
+  return out;
+}
+
 void ExpectSameUserLines(CLineTypeTable& a, CLineTypeTable& b) {
   ASSERT_EQ(a.m_nUserLines, b.m_nUserLines);
-  for (int i = 0; i < a.m_nUserLines; ++i) {
-    CLineType& x = a.m_pUserLines[i];
-    CLineType& y = b.m_pUserLines[i];
-    EXPECT_EQ(Desc(x), Desc(y));
-    EXPECT_EQ(x.GetPenWidth(), y.GetPenWidth());
-    ASSERT_EQ(x.GetNLine(), y.GetNLine());
-    ASSERT_EQ(x.GetNSymbol(), y.GetNSymbol());
-    ASSERT_EQ(x.GetNText(), y.GetNText());
-    WCHAR r1[512];
-    WCHAR r2[512];
-    for (int k = 0; k < x.GetNLine(); ++k)
-      EXPECT_EQ(std::u16string(x.GetLineItem(k)->ToAscii(r1, 512)), std::u16string(y.GetLineItem(k)->ToAscii(r2, 512)));
-    for (int k = 0; k < x.GetNSymbol(); ++k)
-      EXPECT_EQ(std::u16string(x.GetSymbolItem(k)->ToAscii(r1, 512)), std::u16string(y.GetSymbolItem(k)->ToAscii(r2, 512)));
-    for (int k = 0; k < x.GetNText(); ++k)
-      EXPECT_EQ(std::u16string(x.GetTextItem(k)->ToAscii(r1, 512)), std::u16string(y.GetTextItem(k)->ToAscii(r2, 512)));
-  }
+  for (int i = 0; i < a.m_nUserLines; ++i)
+    EXPECT_EQ(Records(a.m_pUserLines[i]), Records(b.m_pUserLines[i])) << "user line type " << i;
 }
 
 TEST_F(TableFile, RoundTripsTheBuiltInSetThroughUtf8AndUtf16Files) {
