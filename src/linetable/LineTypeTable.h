@@ -22,6 +22,7 @@
 #include "platform/StdStr.h"
 #include "platform/Types.h"
 
+class CMarkup;
 class CVantrelAppBaseX;
 
 class VANTREL1_EXPORT CLineTypeTable : public CObject {
@@ -47,9 +48,12 @@ class VANTREL1_EXPORT CLineTypeTable : public CObject {
   CLineTypeTable();
   // Frees every cached line and its pen, whatever its reference count, and both arrays.
   ~CLineTypeTable() override;
-  // A table owns raw arrays and a cache of lines handed out; copying is not offered.
-  CLineTypeTable(const CLineTypeTable&) = delete;
-  CLineTypeTable& operator=(const CLineTypeTable&) = delete;
+  // An empty table that is then assigned `other`.
+  CLineTypeTable(const CLineTypeTable& other);
+  // Copies both sets (the system array always has nine entries) and the default width.
+  // The cache is emptied: unreferenced lines are freed, lines still held are let go of
+  // without being freed, so that their holders' DeleteLine frees them.
+  CLineTypeTable& operator=(const CLineTypeTable& other);
 
   // Non-zero for number > 15: 16 … 1025 count as user numbers here although no line
   // type lives there.
@@ -92,6 +96,19 @@ class VANTREL1_EXPORT CLineTypeTable : public CObject {
   // named HILITE_BW or HILITE_COLOR are read but not kept. Returns 1 when the user line
   // types came from the file, 0 when they came from the resources or anything failed.
   int FromFile(CVantrelAppBaseX* app, const WCHAR* file, HINSTANCE resources);
+
+  // Archive form: version 2, user count, system count, then the system and the user line
+  // types' records. Loading refuses a user count outside 0 … 250 and a system count
+  // outside 0 … 9 with CArchiveException::badIndex.
+  void Serialize(CArchive& ar) override;
+  // XML form: `storing` 1 writes a LINETYPETABLE element at the markup's position and
+  // leaves the markup inside it; anything else reads the document's first element. A
+  // table left without system line types is reloaded from the built-in resources.
+  virtual void SerializeXML(CVantrelAppBaseX* app, CMarkup* xml, int storing);
+  // Writes the user line types to the table file `file` (Normal.lin in the installation
+  // directory when null), one "LineType<i>" section each, deleting the file first when
+  // `remove` is non-zero. 1 on success, 0 on failure.
+  int ToFile(CVantrelAppBaseX* app, const WCHAR* file, int remove);
 
   // Tables compare equal, whatever they hold (deliberate).
   int operator==(CLineTypeTable& other);

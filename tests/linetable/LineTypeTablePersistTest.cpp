@@ -1,0 +1,498 @@
+// A line type table in an archive, in an XML document and in a table file, and copied.
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "linestyle/LineTypeEquality.h"
+#include "linetable/LineTypeTable.h"
+#include "markup/Markup.h"
+#include "platform/Archive.h"
+#include "platform/GdiObjects.h"
+#include "platform/Utf.h"
+#include "suite/VantrelAppBaseX.h"
+#include "suite/VantrelWinApp.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using vantrel1::testing::SameLineType;
+
+// Byte-level builder of archives as the framework writes them.
+class ArchiveBytes {
+ public:
+  ArchiveBytes& Int(std::int32_t value) {
+    for (int i = 0; i < 4; ++i) m_bytes.push_back(static_cast<BYTE>(static_cast<std::uint32_t>(value) >> (8 * i)));
+    return *this;
+  }
+  ArchiveBytes& Byte(BYTE value) {
+    m_bytes.push_back(value);
+    return *this;
+  }
+  ArchiveBytes& Double(double value) {
+    std::uint64_t bits = 0;
+    static_assert(sizeof bits == sizeof value);
+    std::memcpy(&bits, &value, sizeof bits);
+    for (int i = 0; i < 8; ++i) m_bytes.push_back(static_cast<BYTE>(bits >> (8 * i)));
+    return *this;
+  }
+  // The framework's 8-bit string: a length byte and the characters.
+  ArchiveBytes& Narrow(const std::string& text) {
+    Byte(static_cast<BYTE>(text.size()));
+    for (char c : text) Byte(static_cast<BYTE>(c));
+    return *this;
+  }
+  // The Unicode string: 0xFF, 0xFFFE, a length byte and the UTF-16 units.
+  ArchiveBytes& Wide(const std::u16string& text) {
+    Byte(0xFF).Byte(0xFE).Byte(0xFF).Byte(static_cast<BYTE>(text.size()));
+    for (char16_t c : text) Byte(static_cast<BYTE>(c & 0xFF)).Byte(static_cast<BYTE>(c >> 8));
+    return *this;
+  }
+  const std::vector<BYTE>& Bytes() const { return m_bytes; }
+
+ private:
+  std::vector<BYTE> m_bytes;
+};
+
+CLineTypeTable& LoadBuiltIn(CLineTypeTable& table) {
+  EXPECT_EQ(table.FromFile(nullptr, nullptr, nullptr), 0);
+  return table;
+}
+
+std::vector<BYTE> Store(CLineTypeTable& table) {
+  CArchive ar(CArchive::store);
+  table.Serialize(ar);
+  return ar.GetBytes();
+}
+
+void Load(CLineTypeTable& table, const std::vector<BYTE>& bytes) {
+  CArchive ar(bytes);
+  table.Serialize(ar);
+}
+
+std::optional<int> ArchiveError(CLineTypeTable& table, const std::vector<BYTE>& bytes) {
+  try {
+    Load(table, bytes);
+  } catch (const CArchiveException& e) {
+    return e.m_cause;
+  }
+  return std::nullopt;
+}
+
+std::u16string ToXml(CLineTypeTable& table) {
+  CMarkup xml;
+  table.SerializeXML(nullptr, &xml, 1);
+  return xml.GetDoc();
+}
+
+void FromXml(CLineTypeTable& table, const std::u16string& doc) {
+  CMarkup xml(doc.c_str());
+  ASSERT_TRUE(xml.IsWellFormed()) << vantrel1::ToUtf8(xml.GetError());
+  table.SerializeXML(nullptr, &xml, 0);
+}
+
+// Equal counts and every line type equal, field by field.
+void ExpectSameTables(const CLineTypeTable& a, const CLineTypeTable& b) {
+  ASSERT_EQ(a.m_nSystemLines, b.m_nSystemLines);
+  ASSERT_EQ(a.m_nUserLines, b.m_nUserLines);
+  for (int i = 0; i < a.m_nSystemLines; ++i)
+    EXPECT_TRUE(SameLineType(a.m_pSystemLines[i], b.m_pSystemLines[i])) << "system line type " << i;
+  for (int i = 0; i < a.m_nUserLines; ++i)
+    EXPECT_TRUE(SameLineType(a.m_pUserLines[i], b.m_pUserLines[i])) << "user line type " << i;
+}
+
+class TempDir : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (fs::temp_directory_path() / "vantrel1-table-XXXXXX").string();
+    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
+    m_dir = pattern;
+  }
+  void TearDown() override { fs::remove_all(m_dir); }
+  std::u16string Path(const char* name) const { return vantrel1::FromUtf8((m_dir / name).string()); }
+
+  fs::path m_dir;
+};
+
+// Archive -------------------------------------------------------------------------------
+
+TEST(TableArchive, StartsWithVersionTwoAndTheCountsThenTheFirstSystemRecord) {
+  CLineTypeTable table;
+  const std::vector<BYTE> bytes = Store(LoadBuiltIn(table));
+  ArchiveBytes expected;
+  expected.Int(2).Int(43).Int(9);
+  // "strelica": colour, pen width 0, one line and one symbol item, no font.
+  expected.Int(0).Int(0).Int(1).Int(1).Int(0).Int(1).Int(1).Int(0).Int(0).Wide(u"strelica").Int(1);
+  // Its line item: the line type's pen, on the path, continuous (the record's one pair
+  // has no gap), the pairs still holding what the record gave.
+  expected.Int(-1).Int(0).Int(0).Int(1000).Int(0).Int(0);
+  ASSERT_GE(bytes.size(), expected.Bytes().size());
+  EXPECT_EQ(std::vector<BYTE>(bytes.begin(), bytes.begin() + static_cast<long>(expected.Bytes().size())),
+            expected.Bytes());
+}
+
+TEST(TableArchive, ReadsBackEqualLineTypesWhateverTheVersionSays) {
+  CLineTypeTable original;
+  std::vector<BYTE> bytes = Store(LoadBuiltIn(original));
+  bytes[0] = 7;
+  CLineTypeTable loaded;
+  loaded.m_nDefaultWidth = 5;
+  Load(loaded, bytes);
+  ExpectSameTables(loaded, original);
+  EXPECT_EQ(loaded.CheckValid(), 1);
+  EXPECT_EQ(loaded.m_nDefaultWidth, 5);  // not part of the archive
+}
+
+TEST(TableArchive, LoadsFrameworkStringsOfBothWidthsWrittenElsewhere) {
+  ArchiveBytes archive;
+  archive.Int(1).Int(2).Int(0);
+  // "ograda": red, pen width 1, one line item; its description in 8-bit form.
+  archive.Int(0x0000FF).Int(1).Int(1).Int(0).Int(0).Int(1).Int(0).Int(0).Int(0).Narrow("ograda").Int(1);
+  archive.Int(2).Int(-150).Int(1).Int(300).Int(100);
+  for (int i = 1; i < CLineItem::kMaxPairs; ++i) archive.Int(0).Int(0);
+  // "hedž": a font whose face name is an 8-bit string, one text item; stored with a pen.
+  archive.Int(0).Int(0).Int(0).Int(0).Int(1).Int(0).Int(0).Int(2).Int(1).Wide(u"hed\u017E");
+  archive.Byte(238).Byte(2).Int(900).Narrow("Arial").Int(-40).Byte(1).Int(450).Byte(3).Byte(34).Byte(1).Byte(0);
+  archive.Byte(1).Int(700).Int(12);
+  archive.Int(0);
+  archive.Double(1.5).Int(900).Int(2).Int(2000).Double(0.25).Int(-50).Wide(u"km");
+
+  CLineTypeTable table;
+  Load(table, archive.Bytes());
+  ASSERT_EQ(table.m_nUserLines, 2);
+  EXPECT_EQ(table.m_nSystemLines, 0);
+
+  const CLineType& fence = table.m_pUserLines[0];
+  EXPECT_EQ(std::u16string(fence.GetDesc()), u"ograda");
+  EXPECT_EQ(fence.m_crColor, 0x0000FFu);
+  EXPECT_EQ(fence.m_nPenWidth, 1);
+  ASSERT_EQ(fence.m_nLine, 1);
+  EXPECT_EQ(fence.m_pLineItems[0].m_nWidth, 2);
+  EXPECT_EQ(fence.m_pLineItems[0].m_nOffset, -150);
+  EXPECT_EQ(fence.m_pLineItems[0].m_nDash[0], 300);
+  EXPECT_EQ(fence.m_pLineItems[0].m_nGap[0], 100);
+
+  const CLineType& hedge = table.m_pUserLines[1];
+  EXPECT_EQ(std::u16string(hedge.GetDesc()), u"hed\u017E");
+  EXPECT_EQ(hedge.GetPen(), nullptr);
+  ASSERT_NE(hedge.GetFont(), nullptr);
+  EXPECT_EQ(std::u16string(hedge.m_lf.lfFaceName), u"Arial");
+  EXPECT_EQ(hedge.m_lf.lfCharSet, 238);
+  EXPECT_EQ(hedge.m_lf.lfClipPrecision, 2);
+  EXPECT_EQ(hedge.m_lf.lfEscapement, 900);
+  EXPECT_EQ(hedge.m_lf.lfHeight, -40);
+  EXPECT_EQ(hedge.m_lf.lfItalic, 1);
+  EXPECT_EQ(hedge.m_lf.lfOrientation, 450);
+  EXPECT_EQ(hedge.m_lf.lfOutPrecision, 3);
+  EXPECT_EQ(hedge.m_lf.lfPitchAndFamily, 34);
+  EXPECT_EQ(hedge.m_lf.lfQuality, 1);
+  EXPECT_EQ(hedge.m_lf.lfStrikeOut, 0);
+  EXPECT_EQ(hedge.m_lf.lfUnderline, 1);
+  EXPECT_EQ(hedge.m_lf.lfWeight, 700);
+  EXPECT_EQ(hedge.m_lf.lfWidth, 12);
+  ASSERT_EQ(hedge.m_nText, 1);
+  const CTextItem& km = hedge.m_pTextItems[0];
+  EXPECT_EQ(km.m_dScale, 1.5);
+  EXPECT_EQ(km.m_nAngle, 900);
+  EXPECT_EQ(km.m_nBkMode, 2);
+  EXPECT_EQ(km.m_nInterval, 2000);
+  EXPECT_EQ(km.m_dStart, 0.25);
+  EXPECT_EQ(km.m_nOffset, -50);
+  EXPECT_EQ(std::u16string(km.m_szText), u"km");
+}
+
+TEST(TableArchive, RefusesCountsNoTableHoldsBeforeTouchingTheTable) {
+  CLineTypeTable table;
+  LoadBuiltIn(table);
+  const CLineType* users = table.m_pUserLines;
+  for (const auto& [userCount, systemCount] :
+       std::vector<std::pair<int, int>>{{251, 9}, {-1, 9}, {2000000000, 9}, {0, 10}, {0, -1}}) {
+    ArchiveBytes archive;
+    archive.Int(2).Int(userCount).Int(systemCount);
+    EXPECT_EQ(ArchiveError(table, archive.Bytes()), CArchiveException::badIndex) << userCount << " " << systemCount;
+  }
+  EXPECT_EQ(table.m_pUserLines, users);
+  EXPECT_EQ(table.m_nUserLines, 43);
+  EXPECT_EQ(table.m_nSystemLines, 9);
+}
+
+TEST(TableArchive, ATruncatedArchiveIsAnEndOfFileError) {
+  CLineTypeTable original;
+  std::vector<BYTE> bytes = Store(LoadBuiltIn(original));
+  bytes.resize(bytes.size() / 2);
+  CLineTypeTable table;
+  EXPECT_EQ(ArchiveError(table, bytes), CArchiveException::endOfFile);
+}
+
+// XML -----------------------------------------------------------------------------------
+
+TEST(TableXml, WritesTheCountsThenEachSystemAndUserLineTypeInItsOwnElement) {
+  CLineTypeTable table;
+  LoadBuiltIn(table);
+  while (table.m_nUserLines > 2) table.DeleteLineType(5000);
+  const std::string doc = vantrel1::ToUtf8(ToXml(table));
+  const std::string head =
+      "<LINETYPETABLE>\r\n"
+      "<USERLINES>2</USERLINES>\r\n"
+      "<SYSTEMLINES>9</SYSTEMLINES>\r\n"
+      "<SYSTEM0>\r\n"
+      "<COLOR>0</COLOR>\r\n"
+      "<WIDTH>0</WIDTH>\r\n"
+      "<NLINE>1</NLINE>\r\n"
+      "<NSYMBOL>1</NSYMBOL>\r\n";
+  EXPECT_EQ(doc.substr(0, head.size()), head);
+  for (const char* tag : {"<SYSTEM8>\r\n", "</SYSTEM8>\r\n<USER0>\r\n", "<DESC>velika crtica mala mala</DESC>"})
+    EXPECT_NE(doc.find(tag), std::string::npos) << tag;
+  EXPECT_EQ(doc.find("<SYSTEM9>"), std::string::npos);
+  EXPECT_TRUE(doc.ends_with("</USER1>\r\n</LINETYPETABLE>\r\n")) << doc.substr(doc.size() - 40);
+}
+
+TEST(TableXml, StoringLeavesTheMarkupInsideTheTableElement) {
+  CLineTypeTable table;
+  LoadBuiltIn(table);
+  CMarkup xml;
+  xml.AddElem(u"DOC");
+  xml.IntoElem();
+  table.SerializeXML(nullptr, &xml, 1);
+  xml.AddElem(u"TAIL");
+  const std::string doc = vantrel1::ToUtf8(xml.GetDoc());
+  EXPECT_NE(doc.find("</USER42>\r\n<TAIL/>\r\n</LINETYPETABLE>"), std::string::npos);
+}
+
+TEST(TableXml, ReadsBackEqualLineTypes) {
+  CLineTypeTable original;
+  LoadBuiltIn(original);
+  CLineTypeTable loaded;
+  FromXml(loaded, ToXml(original));
+  ExpectSameTables(loaded, original);
+  EXPECT_EQ(loaded.CheckValid(), 1);
+}
+
+TEST(TableXml, AMissingUserElementLeavesThatLineTypeAtItsDefaults) {
+  CLineTypeTable original;
+  LoadBuiltIn(original);
+  while (original.m_nUserLines > 5) original.DeleteLineType(5000);
+  std::u16string doc = ToXml(original);
+  const std::size_t from = doc.find(u"<USER3>");
+  const std::size_t to = doc.find(u"</USER3>\r\n") + 10;
+  doc.erase(from, to - from);
+
+  CLineTypeTable loaded;
+  FromXml(loaded, doc);
+  ASSERT_EQ(loaded.m_nUserLines, 5);
+  EXPECT_TRUE(SameLineType(loaded.m_pUserLines[3], CLineType()));
+  EXPECT_EQ(loaded.m_pUserLines[3].m_pLineItems, nullptr);
+  EXPECT_TRUE(SameLineType(loaded.m_pUserLines[4], original.m_pUserLines[4]));
+}
+
+TEST(TableXml, WithoutSystemLineTypesTheBuiltInTableIsLoadedInstead) {
+  const std::u16string user0 =
+      u"<USER0><NLINE>1</NLINE><MAXLINE>1</MAXLINE><DESC>vlastita</DESC>"
+      u"<LINEITEM0>1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0</LINEITEM0></USER0>";
+  for (const std::u16string& counts :
+       {std::u16string(u"<USERLINES>1</USERLINES><SYSTEMLINES>0</SYSTEMLINES>"), std::u16string(u"<USERLINES>1</USERLINES>"),
+        std::u16string(u"<USERLINES>1</USERLINES><SYSTEMLINES>-4</SYSTEMLINES>")}) {
+    CLineTypeTable table;
+    FromXml(table, u"<LINETYPETABLE>" + counts + user0 + u"</LINETYPETABLE>");
+    EXPECT_EQ(table.m_nSystemLines, 9);
+    ASSERT_EQ(table.m_nUserLines, 43);
+    EXPECT_EQ(std::u16string(table.m_pUserLines[0].GetDesc()), u"dvostruka crtica");
+  }
+}
+
+TEST(TableXml, StoringATableWithoutSystemLineTypesReloadsTheBuiltInOnes) {
+  CLineTypeTable empty;
+  const std::string doc = vantrel1::ToUtf8(ToXml(empty));
+  EXPECT_EQ(doc, "<LINETYPETABLE>\r\n<USERLINES>0</USERLINES>\r\n<SYSTEMLINES>0</SYSTEMLINES>\r\n</LINETYPETABLE>\r\n");
+  EXPECT_EQ(empty.m_nSystemLines, 9);
+  EXPECT_EQ(empty.m_nUserLines, 43);
+}
+
+TEST(TableXml, CountsFromTheDocumentAreKeptWithinWhatATableHolds) {
+  CLineTypeTable table;
+  FromXml(table, u"<LINETYPETABLE><USERLINES>2000000000</USERLINES><SYSTEMLINES>12</SYSTEMLINES>"
+                 u"<SYSTEM8><DESC>deveta</DESC></SYSTEM8><SYSTEM9><DESC>deseta</DESC></SYSTEM9></LINETYPETABLE>");
+  EXPECT_EQ(table.m_nUserLines, CLineTypeTable::kMaxUserLines);
+  ASSERT_EQ(table.m_nSystemLines, 9);
+  EXPECT_EQ(std::u16string(table.m_pSystemLines[8].GetDesc()), u"deveta");
+
+  FromXml(table, u"<LINETYPETABLE><USERLINES>-5</USERLINES><SYSTEMLINES>3</SYSTEMLINES></LINETYPETABLE>");
+  EXPECT_EQ(table.m_nUserLines, 0);
+  EXPECT_EQ(table.m_pUserLines, nullptr);
+  EXPECT_EQ(table.m_nSystemLines, 3);
+}
+
+class WidthContext : public CVantrelAppBaseX {
+ public:
+  int GetDefaultLineWidth() const override { return 7; }
+};
+
+TEST(TableXml, LoadingTakesTheDefaultWidthFromTheRunningApplication) {
+  CLineTypeTable original;
+  const std::u16string doc = ToXml(LoadBuiltIn(original));
+  CLineTypeTable table;
+  FromXml(table, doc);
+  EXPECT_EQ(table.m_nDefaultWidth, 2);
+
+  WidthContext context;
+  CVantrelWinApp app(1, &context);
+  FromXml(table, doc);
+  EXPECT_EQ(table.m_nDefaultWidth, 7);
+}
+
+// Table files ---------------------------------------------------------------------------
+
+using TableFileWriting = TempDir;
+
+TEST_F(TableFileWriting, ReadsBackEqualUserLineTypes) {
+  CLineTypeTable original;
+  LoadBuiltIn(original);
+  LOGFONTW lf{};
+  lf.lfHeight = -30;
+  lf.lfWeight = 700;
+  std::u16string(u"DejaVu Serif").copy(lf.lfFaceName, 12);
+  original.m_pUserLines[0].SetFont(&lf);
+  const std::u16string path = Path("tabela.lin");
+  ASSERT_EQ(original.ToFile(nullptr, path.c_str(), 1), 1);
+
+  CLineTypeTable loaded;
+  ASSERT_EQ(loaded.FromFile(nullptr, path.c_str(), nullptr), 1);
+  ExpectSameTables(loaded, original);
+}
+
+TEST_F(TableFileWriting, RemovingTheFileFirstDropsSectionsOfALongerTable) {
+  CLineTypeTable table;
+  LoadBuiltIn(table);
+  const std::u16string path = Path("tabela.lin");
+  ASSERT_EQ(table.ToFile(nullptr, path.c_str(), 0), 1);
+  while (table.m_nUserLines > 2) table.DeleteLineType(5000);
+
+  CLineTypeTable loaded;
+  ASSERT_EQ(table.ToFile(nullptr, path.c_str(), 0), 1);
+  ASSERT_EQ(loaded.FromFile(nullptr, path.c_str(), nullptr), 1);
+  EXPECT_EQ(loaded.m_nUserLines, 43);  // sections 2 … 42 were left from before
+
+  ASSERT_EQ(table.ToFile(nullptr, path.c_str(), 1), 1);
+  ASSERT_EQ(loaded.FromFile(nullptr, path.c_str(), nullptr), 1);
+  EXPECT_EQ(loaded.m_nUserLines, 2);
+}
+
+TEST_F(TableFileWriting, WithoutAFileNameAnEmptyTableDeletesNormalLinInTheInstallationDirectory) {
+  const char* previous = std::getenv("VANTREL1_DIR");
+  const std::optional<std::string> saved = previous ? std::optional<std::string>(previous) : std::nullopt;
+  ASSERT_EQ(::setenv("VANTREL1_DIR", m_dir.c_str(), 1), 0);
+  std::ofstream(m_dir / "Normal.lin") << "[LineType0]\r\nLineDesc=1,0,0,0,stara\r\n";
+
+  CLineTypeTable empty;
+  const int result = empty.ToFile(nullptr, nullptr, 1);
+  if (saved) ::setenv("VANTREL1_DIR", saved->c_str(), 1); else ::unsetenv("VANTREL1_DIR");
+  EXPECT_EQ(result, 1);
+  EXPECT_FALSE(fs::exists(m_dir / "Normal.lin"));
+}
+
+TEST_F(TableFileWriting, AFolderThatIsNotThereFailsTheWrite) {
+  CLineTypeTable table;
+  LoadBuiltIn(table);
+  EXPECT_EQ(table.ToFile(nullptr, Path("nema/tabela.lin").c_str(), 1), 0);
+}
+
+// Every form in turn --------------------------------------------------------------------
+
+TEST_F(TempDir, ATableSurvivesArchiveXmlAndTableFileInTurn) {
+  CLineTypeTable original;
+  LoadBuiltIn(original);
+  LOGFONTW lf{};
+  lf.lfHeight = -25;
+  lf.lfCharSet = 238;
+  std::u16string(u"DejaVu Sans").copy(lf.lfFaceName, 11);
+  original.m_pUserLines[40].SetFont(&lf);  // "kontura", the one with a text item
+
+  CLineTypeTable fromArchive;
+  Load(fromArchive, Store(original));
+  CLineTypeTable fromXml;
+  FromXml(fromXml, ToXml(fromArchive));
+  const std::u16string path = Path("tabela.lin");
+  ASSERT_EQ(fromXml.ToFile(nullptr, path.c_str(), 1), 1);
+  CLineTypeTable fromFile;
+  ASSERT_EQ(fromFile.FromFile(nullptr, path.c_str(), nullptr), 1);
+
+  ExpectSameTables(fromArchive, original);
+  ExpectSameTables(fromXml, original);
+  ExpectSameTables(fromFile, original);
+}
+
+// Copying -------------------------------------------------------------------------------
+
+std::int64_t LivePens() { return GdiObjectCounts().pens.Live(); }
+
+TEST(TableAssignment, CopiesBothSetsAndTheDefaultWidth) {
+  CLineTypeTable source;
+  LoadBuiltIn(source);
+  source.m_nDefaultWidth = 4;
+  CLineTypeTable copy(source);
+  ExpectSameTables(copy, source);
+  EXPECT_EQ(copy.m_nDefaultWidth, 4);
+  EXPECT_NE(copy.m_pUserLines, source.m_pUserLines);
+  EXPECT_EQ(copy.CheckValid(), 1);
+
+  CLineTypeTable empty;
+  copy = empty;
+  EXPECT_EQ(copy.m_nUserLines, 0);
+  EXPECT_EQ(copy.m_nSystemLines, 0);
+  EXPECT_NE(copy.m_pUserLines, nullptr);
+  EXPECT_NE(copy.m_pSystemLines, nullptr);
+  EXPECT_EQ(copy.m_nDefaultWidth, 1);
+}
+
+TEST(TableAssignment, HeldLinesSurviveAndAreFreedWhenGivenBack) {
+  const std::int64_t pens = LivePens();
+  {
+    CLineTypeTable table;
+    LoadBuiltIn(table);
+    COLORREF red = RGB(255, 0, 0);
+    COLORREF blue = RGB(0, 0, 255);
+    CLineType* held = table.CreateLine(1026, &red, 0, 1, 0);
+    table.DeleteLine(table.CreateLine(1027, &blue, 0, 1, 0), 1);  // cached, no longer held
+    ASSERT_EQ(table.m_nCacheCount, 2);
+    ASSERT_EQ(LivePens(), pens + 2);
+
+    CLineTypeTable other;
+    LoadBuiltIn(other);
+    table = other;
+    EXPECT_EQ(table.m_nCacheCount, 0);
+    for (int i = 0; i < CLineTypeTable::kCacheSize; ++i) {
+      EXPECT_EQ(table.m_pCacheLine[i], nullptr);
+      EXPECT_EQ(table.m_nCacheNumber[i], -1);
+      EXPECT_EQ(table.m_nCacheRef[i], 0);
+    }
+    EXPECT_EQ(LivePens(), pens + 1);  // the unreferenced line went with its pen
+    EXPECT_EQ(std::u16string(held->GetDesc()), u"dvostruka crtica");
+    EXPECT_EQ(held->GetNLine(), 2);
+
+    table.DeleteLine(held, 1);
+    EXPECT_EQ(LivePens(), pens);
+  }
+  EXPECT_EQ(LivePens(), pens);
+}
+
+TEST(TableAssignment, AssigningATableToItselfKeepsItsCache) {
+  CLineTypeTable table;
+  LoadBuiltIn(table);
+  COLORREF red = RGB(255, 0, 0);
+  CLineType* line = table.CreateLine(1026, &red, 0, 1, 0);
+  CLineTypeTable& same = table;
+  table = same;
+  EXPECT_EQ(table.m_nCacheCount, 1);
+  EXPECT_EQ(table.m_pCacheLine[0], line);
+  EXPECT_EQ(table.m_nUserLines, 43);
+  table.DeleteLine(line, 1);
+}
+
+}  // namespace
