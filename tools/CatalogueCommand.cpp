@@ -208,10 +208,7 @@ struct CatalogueOptions {
 
 // Parses the options; a message and an exit code when they cannot be followed.
 std::optional<int> ReadOptions(const CommandLine& args, CatalogueOptions& options) {
-  if (args.Option("--xml")) {
-    if (args.Option("--lin")) return args.Fail(kUsageError, "give --lin or --xml, not both");
-    return args.Fail(kUsageError, "--xml: line type tables in XML documents cannot be read yet; use --lin");
-  }
+  if (args.Option("--xml") && args.Option("--lin")) return args.Fail(kUsageError, "give --lin or --xml, not both");
   if (const char* color = args.Option("--color")) {
     const std::optional<COLORREF> c = ParseColorOption(color);
     if (!c) return args.Fail(kUsageError, "--color must be RRGGBB in hexadecimal, for example 0000FF for blue");
@@ -245,7 +242,7 @@ int RunCatalogue(int argc, char** argv) {
   CliAppContext app;
   CLineTypeTable table;
   std::string error;
-  const char* lin = args.Option("--lin");
+  const char* lin = args.Option("--lin") ? args.Option("--lin") : args.Option("--xml");
   if (!LoadLineTable(table, app, lin, error)) return args.Fail(kFailure, error);
 
   // Point symbols join the sheet after the line styles once the symbol table draws them:

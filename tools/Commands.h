@@ -6,6 +6,7 @@ namespace vantrel1::cli {
 
 int RunVersion(int argc, char** argv);
 int RunCrc(int argc, char** argv);
+int RunConvert(int argc, char** argv);
 int RunCatalogue(int argc, char** argv);
 int RunRender(int argc, char** argv);
 

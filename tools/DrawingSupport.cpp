@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "GeoJsonDrawing.h"
+#include "TableFiles.h"
 #include "platform/Gdi.h"
 #include "platform/StdStr.h"
 
@@ -104,21 +105,26 @@ DrawingApplication::DrawingApplication() {
 
 DrawingApplication::~DrawingApplication() = default;
 
-bool LoadLineTable(CLineTypeTable& table, CVantrelAppBaseX& app, const char* linFile, std::string& error) {
-  if (!linFile) {
+bool LoadLineTable(CLineTypeTable& table, CVantrelAppBaseX& app, const char* tableFile, std::string& error) {
+  if (!tableFile) {
     // The built-in sets report 0: the user line types did not come from a file.
     table.FromFile(&app, nullptr, nullptr);
     if (table.m_nSystemLines == CLineTypeTable::kSystemLines && table.m_nUserLines > 0) return true;
     error = "the built-in line types cannot be loaded";
     return false;
   }
-  std::error_code ec;
-  if (!std::filesystem::is_regular_file(linFile, ec)) {
-    error = std::string(linFile) + ": cannot be read";
+  const std::optional<TableForm> form = FormOf(tableFile);
+  if (!form) {
+    error = std::string(tableFile) + ": unknown extension (use .lin, .xml or .vlt)";
     return false;
   }
-  if (table.FromFile(&app, CStdStrW::FromUtf8(linFile).c_str(), nullptr) == 1) return true;
-  error = std::string(linFile) + ": holds no line types (a table file has sections LineType0, LineType1, ...)";
+  if (!IsReadable(tableFile)) {
+    error = std::string(tableFile) + ": cannot be read";
+    return false;
+  }
+  const std::string why = Load(*form, table, CStdStrW::FromUtf8(tableFile));
+  if (why.empty()) return true;
+  error = std::string(tableFile) + ": not a line type table: " + why;
   return false;
 }
 

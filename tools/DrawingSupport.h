@@ -76,9 +76,10 @@ class CliAppContext : public CVantrelAppBaseX {
   int GetDefaultLineWidth() const override { return 1; }
 };
 
-// The built-in line types, or those of a table file (the system line types always come
-// from the library). False with a message when the file is missing or holds none.
-bool LoadLineTable(CLineTypeTable& table, CVantrelAppBaseX& app, const char* linFile, std::string& error);
+// The built-in line types, or those of a table file of any stored form (.lin, .xml, .vlt;
+// the system line types of a .lin file always come from the library). False with a
+// message when the file is missing, of an unknown form or not a whole table.
+bool LoadLineTable(CLineTypeTable& table, CVantrelAppBaseX& app, const char* tableFile, std::string& error);
 
 // The output surface for `path`, or null with a message.
 std::unique_ptr<OutputSurface> OpenOutput(const std::string& path, const LogicalWindow& window, double dpi,

@@ -15,6 +15,7 @@ struct Command {
 
 const Command kCommands[] = {
     {"version", vantrel1::cli::RunVersion, "print the library version and what works"},
+    {"convert", vantrel1::cli::RunConvert, "IN OUT  a line type table between .lin, .xml and .vlt files"},
     {"crc", vantrel1::cli::RunCrc, "FILE...  the CRC-32 of each file"},
     {"catalogue", vantrel1::cli::RunCatalogue,
      "OUT.(png|pdf|svg) [--lin FILE.lin] [--color RRGGBB] [--text-mode 0|1|2] [--dpi N]\n"

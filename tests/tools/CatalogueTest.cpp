@@ -89,6 +89,20 @@ TEST_F(Catalogue, TableFileLinesFollowTheSystemOnesAndTextModeControlsTheirText)
   EXPECT_LT(kA4.PathInk(Image(), 1).lightness(), 64);  // lines without text still draw
 }
 
+TEST_F(Catalogue, TablesConvertedToXmlAndArchivesDrawTheirLineTypes) {
+  ASSERT_EQ(Run(TextOnlyTable()).status, 0);
+  const QColor fromLin = kA4.PathInk(Image(), 17);
+  ASSERT_LT(fromLin.lightness(), 128);
+  for (const char* form : {"table.xml", "table.vlt"}) {
+    const std::string stored = Quoted(dir / form);
+    ASSERT_EQ(RunCli("convert " + Quoted(dir / "text.lin") + " " + stored).status, 0) << form;
+    const CliResult r = Run(std::string(form).ends_with(".xml") ? "--xml " + stored : "--lin " + stored);
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, (dir / "sheet.png") + ": 18 line styles, 210 x 297 mm\n");
+    EXPECT_EQ(kA4.PathInk(Image(), 17), fromLin) << form;
+  }
+}
+
 TEST_F(Catalogue, VectorFormatsAreWritten) {
   ASSERT_EQ(Run("", "sheet.pdf").status, 0);
   EXPECT_EQ(vantrel1::test::ReadText(dir / "sheet.pdf").substr(0, 5), "%PDF-");
@@ -105,8 +119,9 @@ TEST_F(Catalogue, Refusals) {
     std::string message;
   } cases[] = {
       {"sheet.bmp", 2, "vantrel1 catalogue: sheet.bmp: the output must be a .png, .pdf or .svg file\n"},
-      {sheet + " --xml table.xml", 2,
-       "vantrel1 catalogue: --xml: line type tables in XML documents cannot be read yet; use --lin\n"},
+      {sheet + " --xml table.xml", 1, "vantrel1 catalogue: table.xml: cannot be read\n"},
+      {sheet + " --xml table.txt", 1,
+       "vantrel1 catalogue: table.txt: unknown extension (use .lin, .xml or .vlt)\n"},
       {sheet + " --xml table.xml --lin table.lin", 2, "vantrel1 catalogue: give --lin or --xml, not both\n"},
       {sheet + " --color blue", 2,
        "vantrel1 catalogue: --color must be RRGGBB in hexadecimal, for example 0000FF for blue\n"},
@@ -120,7 +135,7 @@ TEST_F(Catalogue, Refusals) {
       {sheet + " --lin /nonexistent/road.lin", 1, "vantrel1 catalogue: /nonexistent/road.lin: cannot be read\n"},
       {sheet + " --lin " + Quoted(dir / "empty.lin"), 1,
        "vantrel1 catalogue: " + (dir / "empty.lin") +
-           ": holds no line types (a table file has sections LineType0, LineType1, ...)\n"},
+           ": not a line type table: no LineType0 section, or a line type that does not read\n"},
       {"/nonexistent/sheet.pdf", 1,
        "vantrel1 catalogue: /nonexistent/sheet.pdf: cannot be written (420 x 594 mm at 300 dpi)\n"},
   };
