@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "linestyle/IndexedName.h"
 #include "linestyle/LineType.h"
 #include "markup/Markup.h"
 #include "platform/StdStr.h"
@@ -16,24 +17,16 @@ namespace {
 // Every item record is written from and read through a buffer of this size.
 constexpr int kRecordSize = 512;
 
-CStdStrW Number(int value) {
-  CStdStrW text;
-  text.Format(u"%d", value);
-  return text;
-}
-
-CStdStrW IndexedName(const WCHAR* prefix, int index) {
-  CStdStrW name;
-  name.Format(u"%s%d", prefix, index);
-  return name;
-}
+using vantrel1::IndexedName;
 
 template <std::size_t N>
 CStdStrW FixedText(const WCHAR (&field)[N]) {
   return CStdStrW(std::u16string_view(field, vantrel1::ArrayTextLength(field)));
 }
 
-void AddNumber(CMarkup& xml, const WCHAR* name, int value) { xml.AddElem(name, Number(value).c_str()); }
+void AddNumber(CMarkup& xml, const WCHAR* name, int value) {
+  xml.AddElem(name, vantrel1::DecimalText(value).c_str());
+}
 
 // A record that does not fit the buffer is written as an empty element; reading it back
 // leaves that item at its defaults, as a missing element would.

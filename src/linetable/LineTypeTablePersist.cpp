@@ -6,6 +6,7 @@
 #include <new>
 #include <system_error>
 
+#include "linestyle/IndexedName.h"
 #include "linetable/LineTypeTable.h"
 #include "markup/Markup.h"
 #include "platform/Archive.h"
@@ -40,17 +41,7 @@ CLineType* NewLineTypes(int count) {
   return count > 0 ? new (std::nothrow) CLineType[static_cast<std::size_t>(count)] : nullptr;
 }
 
-CStdStrW Number(int value) {
-  CStdStrW text;
-  text.Format(u"%d", value);
-  return text;
-}
-
-CStdStrW IndexedName(const WCHAR* prefix, int index) {
-  CStdStrW name;
-  name.Format(u"%s%d", prefix, index);
-  return name;
-}
+using vantrel1::IndexedName;
 
 void StoreLineTypesXml(CMarkup& xml, const WCHAR* prefix, CLineType* lines, int count) {
   for (int i = 0; i < count; ++i) {
@@ -153,8 +144,8 @@ void CLineTypeTable::SerializeXML(CVantrelAppBaseX* app, CMarkup* xml, int stori
     const int systems = PresentSystemLines(*this);
     xml->AddElem(u"LINETYPETABLE");
     xml->IntoElem();
-    xml->AddElem(u"USERLINES", Number(users).c_str());
-    xml->AddElem(u"SYSTEMLINES", Number(systems).c_str());
+    xml->AddElem(u"USERLINES", vantrel1::DecimalText(users).c_str());
+    xml->AddElem(u"SYSTEMLINES", vantrel1::DecimalText(systems).c_str());
     StoreLineTypesXml(*xml, u"SYSTEM", m_pSystemLines, systems);
     StoreLineTypesXml(*xml, u"USER", m_pUserLines, users);
   } else {

@@ -2,14 +2,12 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <string>
 
+#include "CliRunner.h"
 #include "linetable/LineTypeTable.h"
 #include "markup/Markup.h"
 #include "platform/Utf.h"
@@ -20,20 +18,12 @@ namespace {
 
 struct Result {
   int status;
-  std::string out;
+  std::string out;  // what the program wrote, standard output then standard error
 };
 
 Result Convert(const std::string& args) {
-  const std::string command = std::string(VANTREL1_BINARY_DIR) + "/tools/vantrel1 convert " + args + " 2>&1";
-  std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-  Result r{-1, {}};
-  if (!pipe) return r;
-  std::array<char, 4096> buf{};
-  std::size_t n;
-  while ((n = fread(buf.data(), 1, buf.size(), pipe.get())) > 0) r.out.append(buf.data(), n);
-  const int raw = pclose(pipe.release());
-  r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-  return r;
+  const vantrel1::test::CliResult r = vantrel1::test::RunCli("convert " + args);
+  return {r.status, r.out + r.err};
 }
 
 class ConvertTables : public ::testing::Test {
