@@ -3,6 +3,10 @@
 #include <cstddef>
 #include <string>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "platform/Types.h"
 
 namespace vantrel1::markup {
@@ -28,6 +32,23 @@ inline bool FindChar(const WCHAR* doc, int& pos, WCHAR c) {
   while (*p != c && *p) ++p;
   pos = static_cast<int>(p - doc);
   return *p != 0;
+}
+
+// The position of the first `c` or null at or after `pos`, in a text of `length` units
+// whose unit at `length` is null. Reads nothing past that terminator.
+inline int FindCharOrEnd(const WCHAR* doc, int pos, int length, WCHAR c) {
+#if defined(__SSE2__)
+  const __m128i wanted = _mm_set1_epi16(static_cast<short>(c));
+  const __m128i zero = _mm_setzero_si128();
+  for (; pos + 8 <= length; pos += 8) {
+    const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(doc + pos));
+    const __m128i hits = _mm_or_si128(_mm_cmpeq_epi16(units, wanted), _mm_cmpeq_epi16(units, zero));
+    const int mask = _mm_movemask_epi8(hits);
+    if (mask) return pos + __builtin_ctz(static_cast<unsigned>(mask)) / 2;
+  }
+#endif
+  while (doc[pos] != c && doc[pos]) ++pos;
+  return pos;
 }
 
 // Advances `pos` past whitespace; true when it stops before the terminator.
