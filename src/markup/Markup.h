@@ -4,6 +4,7 @@
 // and how it links to its parent, first child and next sibling. Reading returns
 // substrings of the document; writing splices the string and shifts the stored positions
 // so that the index always equals what a fresh parse of the new text would give.
+#include <string_view>
 #include <vector>
 
 #include "platform/StdStr.h"
@@ -129,7 +130,7 @@ class VANTREL1_EXPORT CMarkup {
   // Writing.
   bool x_AddElem(const WCHAR* name, const WCHAR* data, bool insert, bool child);
   bool x_LocateNew(int parent, int& reference, int& offset, int length, int flags);
-  void x_DocChange(int offset, int replaced, const CStdStrW& text);
+  void x_DocChange(int offset, int replaced, std::u16string_view text);
   void x_Adjust(int index, int shift, bool afterPos);
   bool x_SetAttrib(int index, const WCHAR* name, const WCHAR* value);
   static CStdStrW x_TextToDoc(const WCHAR* text, bool attribute);
@@ -170,8 +171,8 @@ class VANTREL1_EXPORT CMarkup {
   int x_LastChild(int parent) const;
   int x_PreviousSibling(int index) const;
   void x_Link(int index, int parent, int previous);
-  void x_AddIntoEmpty(int index, int parent, const CStdStrW& text);
-  void x_SetNewPos(int index, int tagOpen, const CStdStrW& text);
+  void x_AddIntoEmpty(int index, int parent, std::u16string_view text);
+  void x_SetNewPos(int index, int tagOpen, std::u16string_view text);
   bool x_GetCData(const ElemPos& elem, CStdStrW& data) const;
   bool x_FindData(const CStdStrW& name, CStdStrW& data);
 };
