@@ -42,15 +42,18 @@ const WCHAR* EntityFor(WCHAR c, bool attribute) {
 // Appends `text` with its markup characters written as entities, copying the runs
 // between them whole.
 void AppendEscaped(CStdStrW& out, const WCHAR* text, bool attribute) {
+  // Bit n set for the characters below 64 that may need an entity.
+  constexpr unsigned long long kQuotes = (1ULL << '\'') | (1ULL << '"');
+  constexpr unsigned long long kMarkup = (1ULL << '<') | (1ULL << '&') | (1ULL << '>');
+  const unsigned long long special = attribute ? kMarkup | kQuotes : kMarkup;
   const WCHAR* run = text;
-  for (const WCHAR* p = text; *p; ++p) {
-    if (*p > u'>') continue;
-    const WCHAR* entity = EntityFor(*p, attribute);
-    if (!entity) continue;
-    out.append(run, static_cast<std::size_t>(p - run)).append(entity);
+  const WCHAR* p = text;
+  for (; *p; ++p) {
+    if (*p >= 64 || !((special >> *p) & 1)) continue;
+    out.append(run, static_cast<std::size_t>(p - run)).append(EntityFor(*p, attribute));
     run = p + 1;
   }
-  out.append(run);
+  out.append(run, static_cast<std::size_t>(p - run));
 }
 
 }  // namespace
