@@ -8,6 +8,8 @@
 using vantrel1::markup::FindChar;
 using vantrel1::markup::FindCharOrEnd;
 using vantrel1::markup::IsDelimiter;
+using vantrel1::markup::NameEnd;
+using vantrel1::markup::StartsName;
 using vantrel1::markup::FindText;
 using vantrel1::markup::kMaxDocLength;
 using vantrel1::markup::ScanToken;
@@ -304,15 +306,6 @@ int CMarkup::x_ParseEndTag(int index) {
 }
 
 namespace {
-
-// The end of a name that starts a tag at `pos`: the run of characters up to the first
-// delimiter, as the token scanner reads it.
-int NameEnd(const WCHAR* doc, int pos) {
-  while (doc[pos] && !IsDelimiter(doc[pos])) ++pos;
-  return pos;
-}
-
-bool StartsName(WCHAR c) { return c && !IsDelimiter(c) && c != u'"' && c != u'\''; }
 
 // The common form of an end tag: "</" at `open`, then exactly the name that starts at
 // `name` in its start tag, then '>'. Returns the position of that '>', or 0 when the end

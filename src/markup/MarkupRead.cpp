@@ -1,11 +1,14 @@
 // The cursor over the element index and everything that reads the document through it.
 #include <stdexcept>
+#include <string_view>
 
 #include "markup/Markup.h"
 #include "markup/MarkupText.h"
 #include "platform/WideCrt.h"
 
 using vantrel1::markup::Length;
+using vantrel1::markup::NameRunMatches;
+using vantrel1::markup::StartsName;
 using vantrel1::markup::ScanToken;
 using vantrel1::markup::SkipSpace;
 
@@ -81,9 +84,15 @@ int CMarkup::x_FindElem(int parent, int after, const WCHAR* name) const {
   int index = after ? x_Pos(after).nNextSibling : x_Pos(parent).nFirstChild;
   if (!name || !*name) return index;
   const int nameLength = Length(name);
-  TokenPos token(m_sDocument.c_str());
+  const WCHAR* const doc = m_sDocument.c_str();
+  TokenPos token(doc);
   for (; index; index = x_Pos(index).nNextSibling) {
-    token.nScan = x_Pos(index).nTagOpen + 1;
+    const int start = x_Pos(index).nTagOpen + 1;
+    if (StartsName(doc[start])) {
+      if (NameRunMatches(doc + start, name, nameLength)) return index;
+      continue;
+    }
+    token.nScan = start;
     ScanToken(token);
     if (x_TagMatches(token, name, nameLength)) return index;
   }
@@ -160,9 +169,16 @@ CStdStrW CMarkup::x_TextFromDoc(int left, int right) const {
   if (right < left) return text;
   if (left < 0 || right >= m_sDocument.GetLength())
     throw std::invalid_argument("CMarkup text range out of the document");
-  text.reserve(static_cast<std::size_t>(right - left + 1));
   const WCHAR* doc = m_sDocument.c_str();
-  for (int pos = left; pos <= right; ++pos) {
+  const std::u16string_view whole(doc + left, static_cast<std::size_t>(right - left + 1));
+  const std::size_t ampersand = whole.find(u'&');
+  if (ampersand == std::u16string_view::npos) {
+    text.assign(whole);
+    return text;
+  }
+  text.reserve(whole.size());
+  text.assign(whole.substr(0, ampersand));
+  for (int pos = left + static_cast<int>(ampersand); pos <= right; ++pos) {
     WCHAR c = doc[pos];
     if (c == u'&') {
       for (const Entity& entity : kEntities) {
@@ -210,5 +226,6 @@ WCHAR CMarkup::GetDataChar(const CStdStrW& name, WCHAR def) {
 
 CStdStrW CMarkup::GetDataStr(const CStdStrW& name, const CStdStrW& def) {
   CStdStrW data;
-  return x_FindData(name, data) ? data : def;
+  if (!x_FindData(name, data)) return def;
+  return data;
 }

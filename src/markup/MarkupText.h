@@ -86,6 +86,28 @@ bool ScanToken(Token& token) {
   return true;
 }
 
+// Whether a token starting with `c` is a run of non-delimiters rather than a quoted text,
+// a single delimiter or nothing.
+inline bool StartsName(WCHAR c) { return c && !IsDelimiter(c) && c != u'"' && c != u'\''; }
+
+// The end of the run of non-delimiters starting at `pos`: a name as the token scanner
+// reads it when StartsName holds for its first character.
+inline int NameEnd(const WCHAR* doc, int pos) {
+  while (doc[pos] && !IsDelimiter(doc[pos])) ++pos;
+  return pos;
+}
+
+// Whether a tag whose name run starts at `text` is `name`. The tag's name may also be just
+// the part of `name` before a space, '=', '/' or '['.
+inline bool NameRunMatches(const WCHAR* text, const WCHAR* name, int nameLength) {
+  int i = 0;
+  while (i < nameLength && text[i] == name[i] && !IsDelimiter(text[i])) ++i;
+  if (text[i] && !IsDelimiter(text[i])) return false;
+  if (i == nameLength) return true;
+  const WCHAR next = name[i];
+  return next == u' ' || next == u'=' || next == u'/' || next == u'[';
+}
+
 // Advances `pos` to the next occurrence of `what` (at most a few characters) at or after
 // it; false at the terminator.
 inline bool FindText(const WCHAR* doc, int& pos, const WCHAR* what) {
