@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 
+#include "markup/MarkupLookup.h"
 #include "markup/MarkupText.h"
 
 using vantrel1::markup::FindChar;
@@ -10,6 +11,7 @@ using vantrel1::markup::FindCharOrEnd;
 using vantrel1::markup::IsDelimiter;
 using vantrel1::markup::NameEnd;
 using vantrel1::markup::StartsName;
+using vantrel1::markup::TokenMatches;
 using vantrel1::markup::FindText;
 using vantrel1::markup::kMaxDocLength;
 using vantrel1::markup::ScanToken;
@@ -58,6 +60,7 @@ CMarkup::~CMarkup() = default;
 
 void CMarkup::operator=(const CMarkup& other) {
   if (this == &other) throw std::invalid_argument("CMarkup assigned to itself");
+  x_ForgetLookup();
   m_aIndex = other.m_aIndex;
   m_nParentIndex = other.m_nParentIndex;
   m_nMainIndex = other.m_nMainIndex;
@@ -90,7 +93,12 @@ bool CMarkup::IsWellFormed() const {
   return m_nFreeIndex > 1 && !m_aIndex.empty() && m_aIndex[0].nFirstChild != 0;
 }
 
+void CMarkup::x_ForgetLookup() {
+  if (m_pLookup) m_pLookup->Forget();
+}
+
 bool CMarkup::x_ParseDoc() {
+  x_ForgetLookup();
   m_nFreeIndex = 1;
   x_SetPos(0, 0, 0);
   const std::size_t length = m_sDocument.size();
@@ -221,13 +229,9 @@ bool CMarkup::x_SkipNode(TokenPos& token) {
 
 bool CMarkup::x_TagMatches(const TokenPos& token, const WCHAR* name, int nameLength) const {
   const int length = token.nLast - token.nFirst + 1;
-  if (length > nameLength) return false;
-  const WCHAR* text = token.pText + token.nFirst;
-  for (int i = 0; i < length; ++i)
-    if (text[i] != name[i]) return false;
-  if (length == nameLength) return true;
-  const WCHAR next = name[length];
-  return next == u' ' || next == u'=' || next == u'/' || next == u'[';
+  if (length < 0) return false;
+  return TokenMatches(std::u16string_view(token.pText + token.nFirst, static_cast<std::size_t>(length)),
+                      name, nameLength);
 }
 
 // Steps over anything that is not a start tag (instructions, comments, CDATA, document

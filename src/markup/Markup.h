@@ -4,6 +4,7 @@
 // and how it links to its parent, first child and next sibling. Reading returns
 // substrings of the document; writing splices the string and shifts the stored positions
 // so that the index always equals what a fresh parse of the new text would give.
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -121,7 +122,7 @@ class VANTREL1_EXPORT CMarkup {
 
   // Navigation and reading.
   void x_SetPos(int parent, int main, int child);
-  int x_FindElem(int parent, int after, const WCHAR* name) const;
+  int x_FindElem(int parent, int after, const WCHAR* name);
   CStdStrW x_GetTagName(int index) const;
   bool x_FindAttrib(TokenPos& token, const WCHAR* name) const;
   CStdStrW x_GetAttrib(int index, const WCHAR* name) const;
@@ -159,6 +160,9 @@ class VANTREL1_EXPORT CMarkup {
   Encoding m_nEncoding = EncodingUtf8;
 
  private:
+  struct NameLookup;
+  std::unique_ptr<NameLookup> m_pLookup;  // made by the first long search; never copied
+
   enum { kInsertBefore = 1 };
   bool x_ParseDoc();
   int x_ParseStartTag(int parentIndex);
@@ -168,6 +172,9 @@ class VANTREL1_EXPORT CMarkup {
   bool x_IsEmptyElem(int index) const;
   bool x_FindAttribOf(int index, TokenPos& token, const WCHAR* name) const;
   bool x_TagMatches(const TokenPos& token, const WCHAR* name, int nameLength) const;
+  std::u16string_view x_TagToken(int index) const;
+  int x_LookUpChild(int parent, const WCHAR* name, int nameLength);
+  void x_ForgetLookup();
   int x_LastChild(int parent) const;
   int x_PreviousSibling(int index) const;
   void x_Link(int index, int parent, int previous);

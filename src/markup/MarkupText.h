@@ -2,6 +2,7 @@
 // Character classes and small text searches shared by the markup parser and editor.
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -97,15 +98,27 @@ inline int NameEnd(const WCHAR* doc, int pos) {
   return pos;
 }
 
-// Whether a tag whose name run starts at `text` is `name`. The tag's name may also be just
+// The characters of a search name before which a tag's name may end: a search for
+// "x[1]" or "x y" also finds a tag named "x".
+inline bool EndsTagName(WCHAR c) { return c == u' ' || c == u'=' || c == u'/' || c == u'['; }
+
+// Whether a tag whose name is the token `token` is `name`. The tag's name may also be just
 // the part of `name` before a space, '=', '/' or '['.
+inline bool TokenMatches(std::u16string_view token, const WCHAR* name, int nameLength) {
+  const int length = static_cast<int>(token.size());
+  if (length > nameLength) return false;
+  for (int i = 0; i < length; ++i)
+    if (token[static_cast<std::size_t>(i)] != name[i]) return false;
+  return length == nameLength || EndsTagName(name[length]);
+}
+
+// The same for a tag whose name is the run of non-delimiters starting at `text`, without
+// measuring the run first.
 inline bool NameRunMatches(const WCHAR* text, const WCHAR* name, int nameLength) {
   int i = 0;
   while (i < nameLength && text[i] == name[i] && !IsDelimiter(text[i])) ++i;
   if (text[i] && !IsDelimiter(text[i])) return false;
-  if (i == nameLength) return true;
-  const WCHAR next = name[i];
-  return next == u' ' || next == u'=' || next == u'/' || next == u'[';
+  return i == nameLength || EndsTagName(name[i]);
 }
 
 // Advances `pos` to the next occurrence of `what` (at most a few characters) at or after

@@ -68,6 +68,7 @@ CStdStrW CMarkup::x_TextToDoc(const WCHAR* text, bool attribute) {
 }
 
 void CMarkup::x_DocChange(int offset, int replaced, std::u16string_view text) {
+  x_ForgetLookup();
   const int length = m_sDocument.GetLength();
   if (offset < 0 || replaced < 0 || offset > length || replaced > length - offset)
     throw std::invalid_argument("CMarkup change outside the document");

@@ -131,3 +131,50 @@ TEST(MarkupScan, LargeTableWrittenByElementsReadsBack) {
   }
   EXPECT_FALSE(read.FindChildElem(u"USER0"));
 }
+
+// Entries looked up from the top again and again, as a table reader looks them up, in a
+// list long enough that the searches remember the names they have walked past.
+TEST(MarkupLongSearch, RepeatedSearchesFromTheTopFindTheFirstMatch) {
+  const auto number = [](int i) { return vantrel1::FromUtf8(std::to_string(i)); };
+  std::u16string doc = u"<T>";
+  for (int i = 0; i < 600; ++i) doc += u"<E" + number(i) + u">" + number(i) + u"</E" + number(i) + u">";
+  doc += u"<E7>second</E7><x>short</x><x[1]>long</x[1]></T>";
+  MarkupProbe m(doc.c_str());
+  const auto find = [&m](const char16_t* name) {
+    m.ResetPos();
+    return m.FindChildElem(name) ? Narrow(m.GetChildData()) : std::string("none");
+  };
+
+  for (int i = 599; i >= 0; i -= 7) {
+    const std::u16string name = u"E" + number(i);
+    ASSERT_EQ(find(name.c_str()), std::to_string(i));
+  }
+  // A failed search has walked past every child, the later duplicate and "x[1]" too.
+  EXPECT_EQ(find(u"E600"), "none");
+  EXPECT_EQ(find(u"E"), "none");
+  EXPECT_EQ(find(u"E7"), "7");
+  EXPECT_EQ(find(u"E60 0"), "60");
+  EXPECT_EQ(find(u"x[2]"), "short");
+  EXPECT_EQ(find(u"x[1]"), "short");
+
+  // Edits move the tags; what the searches remembered must not outlive them.
+  ASSERT_EQ(find(u"E3"), "3");
+  ASSERT_TRUE(m.SetChildAttrib(u"k", u"a longer value than before"));
+  EXPECT_EQ(find(u"E599"), "599");
+  EXPECT_EQ(m.Entry(m.ChildPos()).nTagOpen, static_cast<int>(m.GetDoc().find(u"<E599>")));
+  ASSERT_EQ(find(u"E0"), "0");
+  ASSERT_TRUE(m.x_AddElem(u"E5", u"new", true, true));
+  EXPECT_EQ(find(u"E5"), "new");
+  EXPECT_EQ(find(u"E598"), "598");
+  EXPECT_EQ(IndexMismatch(m), "");
+
+  MarkupProbe copy(m);
+  copy.ResetPos();
+  ASSERT_TRUE(copy.FindChildElem(u"E597"));
+  EXPECT_EQ(Narrow(copy.GetChildData()), "597");
+  ASSERT_TRUE(copy.SetDoc(u"<T><E5>other</E5></T>"));
+  copy.ResetPos();
+  ASSERT_TRUE(copy.FindChildElem(u"E5"));
+  EXPECT_EQ(Narrow(copy.GetChildData()), "other");
+  EXPECT_EQ(find(u"E5"), "new");
+}
