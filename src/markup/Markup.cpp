@@ -3,9 +3,15 @@
 
 #include <stdexcept>
 
+#include "markup/MarkupLookup.h"
 #include "markup/MarkupText.h"
 
 using vantrel1::markup::FindChar;
+using vantrel1::markup::FindCharOrEnd;
+using vantrel1::markup::IsDelimiter;
+using vantrel1::markup::NameEnd;
+using vantrel1::markup::StartsName;
+using vantrel1::markup::TokenMatches;
 using vantrel1::markup::FindText;
 using vantrel1::markup::kMaxDocLength;
 using vantrel1::markup::ScanToken;
@@ -54,6 +60,7 @@ CMarkup::~CMarkup() = default;
 
 void CMarkup::operator=(const CMarkup& other) {
   if (this == &other) throw std::invalid_argument("CMarkup assigned to itself");
+  x_ForgetLookup();
   m_aIndex = other.m_aIndex;
   m_nParentIndex = other.m_nParentIndex;
   m_nMainIndex = other.m_nMainIndex;
@@ -86,7 +93,12 @@ bool CMarkup::IsWellFormed() const {
   return m_nFreeIndex > 1 && !m_aIndex.empty() && m_aIndex[0].nFirstChild != 0;
 }
 
+void CMarkup::x_ForgetLookup() {
+  if (m_pLookup) m_pLookup->Forget();
+}
+
 bool CMarkup::x_ParseDoc() {
+  x_ForgetLookup();
   m_nFreeIndex = 1;
   x_SetPos(0, 0, 0);
   const std::size_t length = m_sDocument.size();
@@ -217,13 +229,9 @@ bool CMarkup::x_SkipNode(TokenPos& token) {
 
 bool CMarkup::x_TagMatches(const TokenPos& token, const WCHAR* name, int nameLength) const {
   const int length = token.nLast - token.nFirst + 1;
-  if (length > nameLength) return false;
-  const WCHAR* text = token.pText + token.nFirst;
-  for (int i = 0; i < length; ++i)
-    if (text[i] != name[i]) return false;
-  if (length == nameLength) return true;
-  const WCHAR next = name[length];
-  return next == u' ' || next == u'=' || next == u'/' || next == u'[';
+  if (length < 0) return false;
+  return TokenMatches(std::u16string_view(token.pText + token.nFirst, static_cast<std::size_t>(length)),
+                      name, nameLength);
 }
 
 // Steps over anything that is not a start tag (instructions, comments, CDATA, document
@@ -301,29 +309,109 @@ int CMarkup::x_ParseEndTag(int index) {
   return fail(kEndTagNotCompleted);
 }
 
+namespace {
+
+// The common form of an end tag: "</" at `open`, then exactly the name that starts at
+// `name` in its start tag, then '>'. Returns the position of that '>', or 0 when the end
+// tag has any other form and needs the full token-by-token reading.
+int PlainEndTag(const WCHAR* doc, int name, int open) {
+  const WCHAR* const expected = doc + name;
+  const WCHAR* const text = doc + open + 2;
+  if (!StartsName(*expected)) return 0;
+  int i = 0;
+  for (; expected[i] && !IsDelimiter(expected[i]); ++i)
+    if (text[i] != expected[i]) return 0;
+  return text[i] == u'>' ? open + 2 + i : 0;
+}
+
+enum class Step { kGeneral, kChild, kEndTag };
+
+// Links a new child after `previous` (or first under `current`) and moves the walk: into
+// the child, or past it when it is empty.
+template <class Elem>
+void Enter(Elem* index, int child, int& current, int& previous) {
+  Elem& elem = index[child];
+  Elem& up = index[current];
+  elem.nParent = current;
+  int& link = previous ? index[previous].nNextSibling : up.nFirstChild;
+  elem.nNextSibling = link;
+  link = child;
+  if (elem.nTagClose == elem.nEndOpen + 1) {
+    up.nEndOpen = elem.nEndClose + 1;
+    previous = child;
+  } else {
+    current = child;
+    previous = 0;
+  }
+}
+
+// Reads the next tag inside `current` when it is a plain one: "<name ...>" or "<name/>"
+// (a child, entered as the general reader would) or "</name>" (the end tag of `current`).
+// Anything else (instructions, comments, spaces or quotes where a name should be,
+// malformed input) is left to the general reader, which gives the same result for plain
+// tags too. The index has room for one more entry.
+template <class Elem>
+Step PlainTag(const WCHAR* doc, int length, Elem* index, int& freeIndex, int& current, int& previous) {
+  Elem& up = index[current];
+  const int open = FindCharOrEnd(doc, up.nEndOpen, length, u'<');
+  const WCHAR next = doc[open] ? doc[open + 1] : 0;
+  if (next == u'/') {
+    const int close = PlainEndTag(doc, up.nTagOpen + 1, open);
+    if (!close) return Step::kGeneral;
+    up.nEndOpen = open;
+    up.nEndClose = close;
+    return Step::kEndTag;
+  }
+  if (!StartsName(next)) return Step::kGeneral;
+  const int close = FindCharOrEnd(doc, NameEnd(doc, open + 1), length, u'>');
+  if (!doc[close]) return Step::kGeneral;
+  const int child = freeIndex++;
+  Elem& elem = index[child];
+  elem = Elem{};
+  elem.nTagOpen = open;
+  elem.nTagClose = close;
+  if (doc[close - 1] == u'/') {
+    elem.nEndOpen = close - 1;
+    elem.nEndClose = close;
+  } else {
+    elem.nEndOpen = close + 1;
+  }
+  up.nEndOpen = open;
+  Enter(index, child, current, previous);
+  return Step::kChild;
+}
+
+}  // namespace
+
 // Parses one element with all its descendants. The walk keeps its place in the index
 // itself (each open element's scan cursor and parent link) rather than on the call stack,
 // so nesting depth is limited by memory only.
 int CMarkup::x_ParseElem(int parentIndex) {
   const int top = x_ParseStartTag(parentIndex);
   if (top <= 0 || x_IsEmptyElem(top)) return top;
+  const WCHAR* const doc = m_sDocument.c_str();
+  const int length = static_cast<int>(m_sDocument.size());
   int current = top;
   int previous = 0;
   for (;;) {
-    const int child = x_ParseStartTag(current);
-    if (child < 0) return -1;
-    if (child > 0) {
-      x_Link(child, current, previous);
-      if (x_IsEmptyElem(child)) {
-        x_Pos(current).nEndOpen = x_Pos(child).nEndClose + 1;
-        previous = child;
-      } else {
-        current = child;
-        previous = 0;
-      }
-      continue;
+    // The general reader takes an entry for every tag, an end tag too, and gives it back;
+    // growing here first keeps the index exactly the size the general reader makes it.
+    if (static_cast<std::size_t>(m_nFreeIndex) >= m_aIndex.size()) {
+      x_GetFreePos();
+      x_ReleasePos();
     }
-    if (x_ParseEndTag(current) < 0) return -1;
+    Step step = PlainTag(doc, length, m_aIndex.data(), m_nFreeIndex, current, previous);
+    if (step == Step::kGeneral) {
+      const int child = x_ParseStartTag(current);
+      if (child < 0) return -1;
+      if (child > 0) {
+        Enter(m_aIndex.data(), child, current, previous);
+        step = Step::kChild;
+      } else if (x_ParseEndTag(current) < 0) {
+        return -1;
+      }
+    }
+    if (step == Step::kChild) continue;
     if (current == top) return top;
     previous = current;
     current = x_Pos(current).nParent;

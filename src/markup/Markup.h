@@ -4,6 +4,8 @@
 // and how it links to its parent, first child and next sibling. Reading returns
 // substrings of the document; writing splices the string and shifts the stored positions
 // so that the index always equals what a fresh parse of the new text would give.
+#include <memory>
+#include <string_view>
 #include <vector>
 
 #include "platform/StdStr.h"
@@ -120,7 +122,7 @@ class VANTREL1_EXPORT CMarkup {
 
   // Navigation and reading.
   void x_SetPos(int parent, int main, int child);
-  int x_FindElem(int parent, int after, const WCHAR* name) const;
+  int x_FindElem(int parent, int after, const WCHAR* name);
   CStdStrW x_GetTagName(int index) const;
   bool x_FindAttrib(TokenPos& token, const WCHAR* name) const;
   CStdStrW x_GetAttrib(int index, const WCHAR* name) const;
@@ -129,7 +131,7 @@ class VANTREL1_EXPORT CMarkup {
   // Writing.
   bool x_AddElem(const WCHAR* name, const WCHAR* data, bool insert, bool child);
   bool x_LocateNew(int parent, int& reference, int& offset, int length, int flags);
-  void x_DocChange(int offset, int replaced, const CStdStrW& text);
+  void x_DocChange(int offset, int replaced, std::u16string_view text);
   void x_Adjust(int index, int shift, bool afterPos);
   bool x_SetAttrib(int index, const WCHAR* name, const WCHAR* value);
   static CStdStrW x_TextToDoc(const WCHAR* text, bool attribute);
@@ -158,6 +160,9 @@ class VANTREL1_EXPORT CMarkup {
   Encoding m_nEncoding = EncodingUtf8;
 
  private:
+  struct NameLookup;
+  std::unique_ptr<NameLookup> m_pLookup;  // made by the first long search; never copied
+
   enum { kInsertBefore = 1 };
   bool x_ParseDoc();
   int x_ParseStartTag(int parentIndex);
@@ -167,11 +172,14 @@ class VANTREL1_EXPORT CMarkup {
   bool x_IsEmptyElem(int index) const;
   bool x_FindAttribOf(int index, TokenPos& token, const WCHAR* name) const;
   bool x_TagMatches(const TokenPos& token, const WCHAR* name, int nameLength) const;
+  std::u16string_view x_TagToken(int index) const;
+  int x_LookUpChild(int parent, const WCHAR* name, int nameLength);
+  void x_ForgetLookup();
   int x_LastChild(int parent) const;
   int x_PreviousSibling(int index) const;
   void x_Link(int index, int parent, int previous);
-  void x_AddIntoEmpty(int index, int parent, const CStdStrW& text);
-  void x_SetNewPos(int index, int tagOpen, const CStdStrW& text);
+  void x_AddIntoEmpty(int index, int parent, std::u16string_view text);
+  void x_SetNewPos(int index, int tagOpen, std::u16string_view text);
   bool x_GetCData(const ElemPos& elem, CStdStrW& data) const;
   bool x_FindData(const CStdStrW& name, CStdStrW& data);
 };

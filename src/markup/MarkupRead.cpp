@@ -1,13 +1,20 @@
 // The cursor over the element index and everything that reads the document through it.
 #include <stdexcept>
+#include <string_view>
 
 #include "markup/Markup.h"
+#include "markup/MarkupLookup.h"
 #include "markup/MarkupText.h"
 #include "platform/WideCrt.h"
 
+using vantrel1::markup::EndsTagName;
 using vantrel1::markup::Length;
+using vantrel1::markup::NameEnd;
+using vantrel1::markup::NameRunMatches;
 using vantrel1::markup::ScanToken;
 using vantrel1::markup::SkipSpace;
+using vantrel1::markup::StartsName;
+using vantrel1::markup::TokenMatches;
 
 namespace {
 
@@ -22,6 +29,16 @@ constexpr Entity kEntities[] = {
     {u"lt;", 3, u'<'},    {u"amp;", 4, u'&'},   {u"gt;", 3, u'>'},
     {u"apos;", 5, u'\''}, {u"quot;", 5, u'"'},
 };
+
+// The number of tag names a search name matches; a name that matches many is searched by
+// walking, as hashing every one of its beginnings could cost more.
+constexpr int kMaxLookupCandidates = 4;
+
+int LookupCandidates(const WCHAR* name, int nameLength) {
+  int count = 1;
+  for (int i = 1; i < nameLength; ++i) count += EndsTagName(name[i]) ? 1 : 0;
+  return count;
+}
 
 bool NameEquals(const WCHAR* text, int length, const WCHAR* name) {
   for (int i = 0; i < length; ++i)
@@ -77,15 +94,68 @@ bool CMarkup::OutOfElem() {
   return true;
 }
 
-int CMarkup::x_FindElem(int parent, int after, const WCHAR* name) const {
+int CMarkup::x_FindElem(int parent, int after, const WCHAR* name) {
   int index = after ? x_Pos(after).nNextSibling : x_Pos(parent).nFirstChild;
   if (!name || !*name) return index;
   const int nameLength = Length(name);
-  TokenPos token(m_sDocument.c_str());
-  for (; index; index = x_Pos(index).nNextSibling) {
-    token.nScan = x_Pos(index).nTagOpen + 1;
+  const auto lookupFits = [&] { return LookupCandidates(name, nameLength) <= kMaxLookupCandidates; };
+  if (!after && m_pLookup && m_pLookup->Find(parent) && lookupFits())
+    return x_LookUpChild(parent, name, nameLength);
+  const WCHAR* const doc = m_sDocument.c_str();
+  TokenPos token(doc);
+  int walked = 0;
+  for (; index; index = x_Pos(index).nNextSibling, ++walked) {
+    const int start = x_Pos(index).nTagOpen + 1;
+    if (StartsName(doc[start])) {
+      if (NameRunMatches(doc + start, name, nameLength)) break;
+      continue;
+    }
+    token.nScan = start;
     ScanToken(token);
-    if (x_TagMatches(token, name, nameLength)) return index;
+    if (x_TagMatches(token, name, nameLength)) break;
+  }
+  if (!after && walked >= NameLookup::kWalkBeforeRecording && lookupFits()) {
+    if (!m_pLookup) m_pLookup = std::make_unique<NameLookup>();
+    m_pLookup->Start(parent, x_Pos(parent).nFirstChild);
+  }
+  return index;
+}
+
+// The name of the tag of `index` as the token scanner reads it.
+std::u16string_view CMarkup::x_TagToken(int index) const {
+  const WCHAR* const doc = m_sDocument.c_str();
+  const int start = x_Pos(index).nTagOpen + 1;
+  if (StartsName(doc[start]))
+    return std::u16string_view(doc + start, static_cast<std::size_t>(NameEnd(doc, start) - start));
+  TokenPos token(doc);
+  token.nScan = start;
+  ScanToken(token);
+  return std::u16string_view(doc + token.nFirst, static_cast<std::size_t>(token.nLast - token.nFirst + 1));
+}
+
+// The first child of `parent` whose tag is `name`, from the recorded children of
+// `parent`, recording more of them while it has to walk on.
+int CMarkup::x_LookUpChild(int parent, const WCHAR* name, int nameLength) {
+  NameLookup::Children& children = *m_pLookup->Find(parent);
+  // The tags that match: the whole name, or the part of it before a space, '=', '/' or '['.
+  const std::u16string_view whole(name, static_cast<std::size_t>(nameLength));
+  int found = 0;
+  int foundAt = 0;
+  for (int length = 1; length <= nameLength; ++length) {
+    if (length < nameLength && !EndsTagName(name[length])) continue;
+    const auto hit = children.first.find(whole.substr(0, static_cast<std::size_t>(length)));
+    if (hit != children.first.end() && (!found || hit->second.second < foundAt)) {
+      found = hit->second.first;
+      foundAt = hit->second.second;
+    }
+  }
+  if (found) return found;
+  while (children.next) {
+    const int index = children.next;
+    const std::u16string_view tag = x_TagToken(index);
+    children.first.try_emplace(tag, index, children.count++);
+    children.next = x_Pos(index).nNextSibling;
+    if (TokenMatches(tag, name, nameLength)) return index;
   }
   return 0;
 }
@@ -160,9 +230,16 @@ CStdStrW CMarkup::x_TextFromDoc(int left, int right) const {
   if (right < left) return text;
   if (left < 0 || right >= m_sDocument.GetLength())
     throw std::invalid_argument("CMarkup text range out of the document");
-  text.reserve(static_cast<std::size_t>(right - left + 1));
   const WCHAR* doc = m_sDocument.c_str();
-  for (int pos = left; pos <= right; ++pos) {
+  const std::u16string_view whole(doc + left, static_cast<std::size_t>(right - left + 1));
+  const std::size_t ampersand = whole.find(u'&');
+  if (ampersand == std::u16string_view::npos) {
+    text.assign(whole);
+    return text;
+  }
+  text.reserve(whole.size());
+  text.assign(whole.substr(0, ampersand));
+  for (int pos = left + static_cast<int>(ampersand); pos <= right; ++pos) {
     WCHAR c = doc[pos];
     if (c == u'&') {
       for (const Entity& entity : kEntities) {
@@ -210,5 +287,6 @@ WCHAR CMarkup::GetDataChar(const CStdStrW& name, WCHAR def) {
 
 CStdStrW CMarkup::GetDataStr(const CStdStrW& name, const CStdStrW& def) {
   CStdStrW data;
-  return x_FindData(name, data) ? data : def;
+  if (!x_FindData(name, data)) return def;
+  return data;
 }

@@ -2,6 +2,11 @@
 // Character classes and small text searches shared by the markup parser and editor.
 #include <cstddef>
 #include <string>
+#include <string_view>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "platform/Types.h"
 
@@ -28,6 +33,23 @@ inline bool FindChar(const WCHAR* doc, int& pos, WCHAR c) {
   while (*p != c && *p) ++p;
   pos = static_cast<int>(p - doc);
   return *p != 0;
+}
+
+// The position of the first `c` or null at or after `pos`, in a text of `length` units
+// whose unit at `length` is null. Reads nothing past that terminator.
+inline int FindCharOrEnd(const WCHAR* doc, int pos, int length, WCHAR c) {
+#if defined(__SSE2__)
+  const __m128i wanted = _mm_set1_epi16(static_cast<short>(c));
+  const __m128i zero = _mm_setzero_si128();
+  for (; pos + 8 <= length; pos += 8) {
+    const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(doc + pos));
+    const __m128i hits = _mm_or_si128(_mm_cmpeq_epi16(units, wanted), _mm_cmpeq_epi16(units, zero));
+    const int mask = _mm_movemask_epi8(hits);
+    if (mask) return pos + __builtin_ctz(static_cast<unsigned>(mask)) / 2;
+  }
+#endif
+  while (doc[pos] != c && doc[pos]) ++pos;
+  return pos;
 }
 
 // Advances `pos` past whitespace; true when it stops before the terminator.
@@ -63,6 +85,40 @@ bool ScanToken(Token& token) {
   token.nScan = end > pos ? end : pos + 1;
   token.nLast = token.nScan - 1;
   return true;
+}
+
+// Whether a token starting with `c` is a run of non-delimiters rather than a quoted text,
+// a single delimiter or nothing.
+inline bool StartsName(WCHAR c) { return c && !IsDelimiter(c) && c != u'"' && c != u'\''; }
+
+// The end of the run of non-delimiters starting at `pos`: a name as the token scanner
+// reads it when StartsName holds for its first character.
+inline int NameEnd(const WCHAR* doc, int pos) {
+  while (doc[pos] && !IsDelimiter(doc[pos])) ++pos;
+  return pos;
+}
+
+// The characters of a search name before which a tag's name may end: a search for
+// "x[1]" or "x y" also finds a tag named "x".
+inline bool EndsTagName(WCHAR c) { return c == u' ' || c == u'=' || c == u'/' || c == u'['; }
+
+// Whether a tag whose name is the token `token` is `name`. The tag's name may also be just
+// the part of `name` before a space, '=', '/' or '['.
+inline bool TokenMatches(std::u16string_view token, const WCHAR* name, int nameLength) {
+  const int length = static_cast<int>(token.size());
+  if (length > nameLength) return false;
+  for (int i = 0; i < length; ++i)
+    if (token[static_cast<std::size_t>(i)] != name[i]) return false;
+  return length == nameLength || EndsTagName(name[length]);
+}
+
+// The same for a tag whose name is the run of non-delimiters starting at `text`, without
+// measuring the run first.
+inline bool NameRunMatches(const WCHAR* text, const WCHAR* name, int nameLength) {
+  int i = 0;
+  while (i < nameLength && text[i] == name[i] && !IsDelimiter(text[i])) ++i;
+  if (text[i] && !IsDelimiter(text[i])) return false;
+  return i == nameLength || EndsTagName(name[i]);
 }
 
 // Advances `pos` to the next occurrence of `what` (at most a few characters) at or after

@@ -5,6 +5,8 @@
 // only the new element's ancestors: the splice moves a few characters of end tags and the
 // shift walk climbs straight out.
 #include <stdexcept>
+#include <string_view>
+#include <utility>
 
 #include "markup/Markup.h"
 #include "markup/MarkupText.h"
@@ -18,10 +20,40 @@ using vantrel1::markup::SkipSpace;
 
 namespace {
 
-const CStdStrW kLineBreak = u"\r\n";
+constexpr std::u16string_view kLineBreak = u"\r\n";
 
 bool FitsInDocument(const CStdStrW& doc, std::size_t added) {
   return added <= kMaxDocLength && doc.size() <= kMaxDocLength - added;
+}
+
+// The entity that stands for `c` in element text (or, with `attribute`, in a quoted
+// attribute value), or null when `c` stands for itself.
+const WCHAR* EntityFor(WCHAR c, bool attribute) {
+  switch (c) {
+    case u'<': return u"&lt;";
+    case u'&': return u"&amp;";
+    case u'>': return u"&gt;";
+    case u'\'': return attribute ? u"&apos;" : nullptr;
+    case u'"': return attribute ? u"&quot;" : nullptr;
+    default: return nullptr;
+  }
+}
+
+// Appends `text` with its markup characters written as entities, copying the runs
+// between them whole.
+void AppendEscaped(CStdStrW& out, const WCHAR* text, bool attribute) {
+  // Bit n set for the characters below 64 that may need an entity.
+  constexpr unsigned long long kQuotes = (1ULL << '\'') | (1ULL << '"');
+  constexpr unsigned long long kMarkup = (1ULL << '<') | (1ULL << '&') | (1ULL << '>');
+  const unsigned long long special = attribute ? kMarkup | kQuotes : kMarkup;
+  const WCHAR* run = text;
+  const WCHAR* p = text;
+  for (; *p; ++p) {
+    if (*p >= 64 || !((special >> *p) & 1)) continue;
+    out.append(run, static_cast<std::size_t>(p - run)).append(EntityFor(*p, attribute));
+    run = p + 1;
+  }
+  out.append(run, static_cast<std::size_t>(p - run));
 }
 
 }  // namespace
@@ -31,24 +63,12 @@ CStdStrW CMarkup::x_TextToDoc(const WCHAR* text, bool attribute) {
   if (!text) return escaped;
   const std::size_t length = static_cast<std::size_t>(Length(text));
   escaped.reserve(length + length / 10 + 7);
-  for (const WCHAR* p = text; *p; ++p) {
-    switch (*p) {
-      case u'<': escaped += u"&lt;"; break;
-      case u'&': escaped += u"&amp;"; break;
-      case u'>': escaped += u"&gt;"; break;
-      case u'\'':
-        if (attribute) escaped += u"&apos;"; else escaped += *p;
-        break;
-      case u'"':
-        if (attribute) escaped += u"&quot;"; else escaped += *p;
-        break;
-      default: escaped += *p; break;
-    }
-  }
+  AppendEscaped(escaped, text, attribute);
   return escaped;
 }
 
-void CMarkup::x_DocChange(int offset, int replaced, const CStdStrW& text) {
+void CMarkup::x_DocChange(int offset, int replaced, std::u16string_view text) {
+  x_ForgetLookup();
   const int length = m_sDocument.GetLength();
   if (offset < 0 || replaced < 0 || offset > length || replaced > length - offset)
     throw std::invalid_argument("CMarkup change outside the document");
@@ -158,7 +178,7 @@ bool CMarkup::x_HasNoStartTag() {
   return true;
 }
 
-void CMarkup::x_SetNewPos(int index, int tagOpen, const CStdStrW& text) {
+void CMarkup::x_SetNewPos(int index, int tagOpen, std::u16string_view text) {
   ElemPos& elem = x_Pos(index);
   const int tagClose = static_cast<int>(text.find(u'>'));
   elem.nTagOpen = tagOpen;
@@ -173,15 +193,18 @@ void CMarkup::x_SetNewPos(int index, int tagOpen, const CStdStrW& text) {
 }
 
 // The empty parent "<p/>" becomes "<p>", line break, the new element, "</p>".
-void CMarkup::x_AddIntoEmpty(int index, int parent, const CStdStrW& text) {
+void CMarkup::x_AddIntoEmpty(int index, int parent, std::u16string_view text) {
   const int slash = x_Pos(parent).nEndOpen;
-  const CStdStrW change = u">" + kLineBreak + text + u"</" + x_GetTagName(parent);
+  const CStdStrW name = x_GetTagName(parent);
+  CStdStrW change;
+  change.reserve(text.size() + name.size() + 5);
+  change.append(u">").append(kLineBreak).append(text).append(u"</").append(name);
   x_SetNewPos(index, slash + 3, text);
   x_DocChange(slash, 1, change);
   x_Adjust(index, change.GetLength() - 1, true);
   ElemPos& up = x_Pos(parent);
   up.nTagClose = slash;
-  up.nEndOpen = slash + 3 + text.GetLength();
+  up.nEndOpen = slash + 3 + static_cast<int>(text.size());
 }
 
 bool CMarkup::x_AddElem(const WCHAR* name, const WCHAR* data, bool insert, bool child) {
@@ -199,16 +222,27 @@ bool CMarkup::x_AddElem(const WCHAR* name, const WCHAR* data, bool insert, bool 
     if (!insert && !x_HasNoStartTag()) return false;
   }
 
-  CStdStrW text = u"<" + CStdStrW(name);
-  if (data && *data)
-    text += u">" + x_TextToDoc(data, false) + u"</" + name + u">" + kLineBreak;
-  else
-    text += u"/>" + kLineBreak;
+  // The element is built after a line break, which goes in with it only when the
+  // parent has no content yet.
+  const int nameLength = Length(name);
+  const bool withData = data && *data;
+  const std::size_t dataLength = withData ? static_cast<std::size_t>(Length(data)) : 0;
+  CStdStrW text;
+  text.reserve(2 * static_cast<std::size_t>(nameLength) + dataLength + dataLength / 10 + 16);
+  text.append(kLineBreak).append(u"<").append(name, static_cast<std::size_t>(nameLength));
+  if (withData) {
+    text.append(u">");
+    AppendEscaped(text, data, false);
+    text.append(u"</").append(name, static_cast<std::size_t>(nameLength)).append(u">");
+  } else {
+    text.append(u"/>");
+  }
+  text.append(kLineBreak);
+  const std::u16string_view element = std::u16string_view(text).substr(kLineBreak.size());
 
   int offset = 0;
-  const int nameLength = Length(name);
-  // Room for the text, a leading line break and a parent's new end tag.
-  const long long room = static_cast<long long>(text.size()) + 8 + nameLength;
+  // Room for the element, a leading line break and a parent's new end tag.
+  const long long room = static_cast<long long>(element.size()) + 8 + nameLength;
   if (room > static_cast<long long>(kMaxDocLength)) return false;
   const bool emptyParent = x_IsEmptyElem(parent);
   if (!x_LocateNew(parent, reference, offset, static_cast<int>(room),
@@ -219,16 +253,17 @@ bool CMarkup::x_AddElem(const WCHAR* name, const WCHAR* data, bool insert, bool 
   m_aIndex[static_cast<std::size_t>(index)] = ElemPos{};
   x_Link(index, parent, reference);
   if (emptyParent) {
-    x_AddIntoEmpty(index, parent, text);
+    x_AddIntoEmpty(index, parent, element);
   } else {
     int tagOpen = offset;
+    std::u16string_view inserted = element;
     if (parent && x_Pos(parent).nTagClose + 1 == x_Pos(parent).nEndOpen) {
-      text.insert(0, kLineBreak);
-      tagOpen += 2;
+      inserted = text;
+      tagOpen += static_cast<int>(kLineBreak.size());
     }
-    x_SetNewPos(index, tagOpen, text.substr(static_cast<std::size_t>(tagOpen - offset)));
-    x_DocChange(offset, 0, text);
-    x_Adjust(index, text.GetLength(), true);
+    x_SetNewPos(index, tagOpen, element);
+    x_DocChange(offset, 0, inserted);
+    x_Adjust(index, static_cast<int>(inserted.size()), true);
     // At document level the parse leaves its cursor on the root's '<'.
     if (!parent) x_Pos(0).nEndOpen = tagOpen;
   }
@@ -254,7 +289,10 @@ bool CMarkup::x_SetAttrib(int index, const WCHAR* name, const WCHAR* value) {
   } else {
     const ElemPos& elem = x_Pos(index);
     offset = x_IsEmptyElem(index) ? elem.nEndOpen : elem.nTagClose;
-    text = u" " + CStdStrW(name) + u"=\"" + text + u"\"";
+    CStdStrW pair;
+    pair.reserve(text.size() + static_cast<std::size_t>(Length(name)) + 4);
+    pair.append(u" ").append(name).append(u"=\"").append(text).append(u"\"");
+    text = std::move(pair);
   }
   x_DocChange(offset, replaced, text);
   const int shift = text.GetLength() - replaced;
