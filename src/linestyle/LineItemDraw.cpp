@@ -21,7 +21,8 @@ double DrawnLength(int tenths) { return tenths > 0 ? Tenths(tenths) : 0.0; }
 // current dash and gap, and they are kept when the walk skips invisible segments.
 class DashWalker {
  public:
-  DashWalker(const CLineItem& item, HDC dc, RECT* clip) : m_dc(dc), m_clip(clip), m_bounds(WalkBounds::Of(clip)) {
+  DashWalker(const CLineItem& item, HDC dc, RECT* clip)
+      : m_dc(dc), m_device(LiveDevice(dc)), m_clip(clip), m_bounds(WalkBounds::Of(clip)) {
     m_count = item.UsedPairs();
     for (int i = 0; i < m_count; ++i) {
       m_dash[i] = DrawnLength(item.m_nDash[i]);
@@ -90,13 +91,15 @@ class DashWalker {
   }
 
   // A piece wholly inside the bounds is what the clipper would pass on unchanged; handing
-  // it straight to the device spares the clipper's run buffers on the common path.
+  // it straight to the device spares the clipper's run buffers on the common path, and the
+  // device looked up once spares a handle lookup per piece (nothing in a draw call can
+  // destroy it).
   void Piece(double x0, double y0, double x1, double y1) const {
     const double x[2] = {x0, x1};
     const double y[2] = {y0, y1};
-    if (Inside(x0, y0) && Inside(x1, y1))
-      PolylineD(m_dc, x, y, 2);
-    else
+    if (Inside(x0, y0) && Inside(x1, y1)) {
+      if (m_device != nullptr) m_device->DrawPolyline(x, y, 2);
+    } else
       PolylineClip(m_dc, x, y, 2, m_clip, 0, nullptr);
   }
 
@@ -105,6 +108,7 @@ class DashWalker {
   }
 
   HDC m_dc;
+  GdiDevice* m_device;
   RECT* m_clip;
   WalkBounds m_bounds;
   double m_dash[CLineItem::kMaxPairs] = {};

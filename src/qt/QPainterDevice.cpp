@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QPaintEngine>
 
 #include "qt/DeviceClip.h"
 #include "qt/DeviceFont.h"
@@ -22,6 +23,8 @@ constexpr int kEllipseSides = 4096;
 // Room around the page for round caps and joins and antialiasing, in device pixels.
 constexpr double kClipMargin = 2.0;
 constexpr double kMaxTextEmPixels = 1048576.0;
+// Held lines are drawn in batches of at most this many, so that holding costs bounded memory.
+constexpr std::size_t kMaxHeldLines = 4096;
 
 // GDI's cosmetic dash styles, on and off lengths in screen pixels.
 struct DashStyle {
@@ -55,6 +58,16 @@ bool SameFont(const LOGFONTW& a, const LOGFONTW& b) {
          a.lfOutPrecision == b.lfOutPrecision && a.lfClipPrecision == b.lfClipPrecision &&
          a.lfQuality == b.lfQuality && a.lfPitchAndFamily == b.lfPitchAndFamily &&
          std::equal(std::begin(a.lfFaceName), std::end(a.lfFaceName), std::begin(b.lfFaceName));
+}
+
+bool SamePen(const LOGPEN& a, const LOGPEN& b) {
+  return a.lopnStyle == b.lopnStyle && a.lopnWidth.x == b.lopnWidth.x && a.lopnWidth.y == b.lopnWidth.y &&
+         a.lopnColor == b.lopnColor;
+}
+
+// Inclusive, as the clipper keeps a segment that touches the bounds; false for NaN.
+bool Contains(const QRectF& r, const QPointF& p) {
+  return p.x() >= r.left() && p.x() <= r.right() && p.y() >= r.top() && p.y() <= r.bottom();
 }
 
 // Inclusive, so that a flat box (a degenerate ellipse drawn as a line) still counts.
@@ -117,6 +130,13 @@ void QPainterDevice::Prepare() {
   bool invertible = false;
   const QTransform toPainter = m_base.inverted(&invertible);
   m_page = invertible ? toPainter.mapRect(deviceRect) : deviceRect;
+  // Only the raster engine strokes a batch of one-pixel lines exactly as it strokes them
+  // one at a time, and only without scaling (a scaled pen is no longer one pixel wide). A
+  // borrowed painter may be drawn on by its owner between two calls, so nothing is held.
+  m_holdLines = m_ownPainter && m_painter->paintEngine() != nullptr &&
+                m_painter->paintEngine()->type() == QPaintEngine::Raster &&
+                m_painter->combinedTransform().type() <= QTransform::TxTranslate &&
+                m_painter->deviceTransform().type() <= QTransform::TxTranslate;
 }
 
 std::unique_ptr<QPainterDevice> QPainterDevice::ForPaintDevice(QPaintDevice& target, const PageMapping& mapping) {
@@ -135,6 +155,7 @@ std::unique_ptr<QPainterDevice> QPainterDevice::ForImage(QImage& image, const Lo
 
 bool QPainterDevice::End() {
   if (m_ended) return true;
+  DrawHeldLines();
   m_ended = true;
   m_painter->restore();
   return m_ownPainter ? m_ownPainter->end() : true;
@@ -165,6 +186,38 @@ QPen QPainterDevice::CurrentPen() const {
   return pen;
 }
 
+const QPen& QPainterDevice::StatePen() {
+  if (!m_statePenValid || !SamePen(State().pen, m_statePenKey)) {
+    m_statePen = CurrentPen();
+    m_statePenKey = State().pen;
+    m_statePenValid = true;
+  }
+  return m_statePen;
+}
+
+bool QPainterDevice::HoldLine(const double* x, const double* y) {
+  const QPen& pen = StatePen();
+  if (pen.style() != Qt::SolidLine || pen.widthF() != 1.0) return false;
+  const QPointF a = m_mapping.ToDevice(x[0], y[0]);
+  const QPointF b = m_mapping.ToDevice(x[1], y[1]);
+  // Qt draws a batched line of (nearly) no length as a dot, a lone one as a stroke.
+  if (a == b) return false;
+  const QRectF bounds = DrawingBounds(pen.widthF());
+  if (!Contains(bounds, a) || !Contains(bounds, b)) return false;
+  if (!m_heldLines.empty() && (pen != m_heldPen || m_heldLines.size() >= kMaxHeldLines)) DrawHeldLines();
+  if (m_heldLines.empty()) m_heldPen = pen;
+  m_heldLines.emplace_back(a, b);
+  return true;
+}
+
+void QPainterDevice::DrawHeldLines() {
+  if (m_heldLines.empty()) return;
+  m_painter->setPen(m_heldPen);
+  m_painter->setBrush(QBrush(Qt::NoBrush));
+  m_painter->drawLines(m_heldLines.data(), static_cast<int>(m_heldLines.size()));
+  m_heldLines.clear();
+}
+
 QRectF QPainterDevice::DrawingBounds(double penWidth) const {
   const double margin = penWidth / 2.0 + kClipMargin;
   return m_page.adjusted(-margin, -margin, margin, margin);
@@ -188,7 +241,8 @@ QRectF QPainterDevice::BoxToDevice(int left, int top, int right, int bottom) con
 }
 
 void QPainterDevice::DrawShape(const QPolygonF& device, bool closed) {
-  const QPen pen = CurrentPen();
+  DrawHeldLines();
+  const QPen pen = StatePen();
   const bool filled = closed && State().brush.lbStyle != BS_NULL;
   if (pen.style() == Qt::NoPen && !filled) return;
   const QRectF bounds = DrawingBounds(pen.style() == Qt::NoPen ? 0.0 : pen.widthF());
@@ -203,7 +257,9 @@ void QPainterDevice::DrawShape(const QPolygonF& device, bool closed) {
 }
 
 void QPainterDevice::DrawPolyline(const double* x, const double* y, int count) {
-  if (IsActive() && x && y && count >= 2) DrawShape(ToDevice(x, y, count), false);
+  if (!IsActive() || !x || !y || count < 2) return;
+  if (count == 2 && m_holdLines && HoldLine(x, y)) return;
+  DrawShape(ToDevice(x, y, count), false);
 }
 
 void QPainterDevice::DrawPolygon(const double* x, const double* y, int count) {
@@ -226,7 +282,8 @@ void QPainterDevice::DrawEllipse(int left, int top, int right, int bottom) {
     DrawShape(EllipsePolygon(box), true);
     return;
   }
-  const QPen pen = CurrentPen();
+  DrawHeldLines();
+  const QPen pen = StatePen();
   const bool filled = State().brush.lbStyle != BS_NULL;
   if (pen.style() == Qt::NoPen && !filled) return;
   m_painter->setPen(pen);
@@ -268,6 +325,7 @@ void QPainterDevice::DrawString(int x, int y, std::u16string_view text) {
   const double reach = 0.5 * vantrel1::kReferencePixelSize;
   if (!Overlaps(t.mapRect(cell.adjusted(-reach, -reach, reach, reach)), m_page)) return;
 
+  DrawHeldLines();
   m_painter->save();
   m_painter->setWorldTransform(t);
   if (s.bkMode == OPAQUE) m_painter->fillRect(cell, Colour(s.bkColor));

@@ -23,15 +23,21 @@
 //            along the turned baseline; other bits are ignored. In OPAQUE mode that cell is
 //            first filled with the background colour.
 //
-// The device never stores geometry: each primitive is clipped to a little more than the
-// visible page and drawn at once. Pens are held to four page diagonals in width and
+// The device stores no geometry beyond one exception: each primitive is clipped to a little
+// more than the visible page and drawn at once, except that on an image painted by the
+// device's own painter, consecutive one-segment lines wholly on the page with the same
+// one-pixel solid pen (what a dash walk produces) are held and drawn together when
+// anything else is drawn or the device ends. The raster engine strokes such lines one by
+// one either way, so the pixels are the same; only the per-call cost goes. Pens are held to four page diagonals in width and
 // absurdly large text (an em beyond 2^20 device pixels) is not drawn; nothing of either
 // could be told apart on the page.
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <QImage>
+#include <QLineF>
 #include <QPainter>
 #include <QPaintDevice>
 #include <QPen>
@@ -84,6 +90,10 @@ class VANTREL1_QT_EXPORT QPainterDevice : public GdiDevice {
   void Prepare();
 
   QPen CurrentPen() const;
+  // The pen for the state's LOGPEN, made again only when that changes.
+  const QPen& StatePen();
+  bool HoldLine(const double* x, const double* y);
+  void DrawHeldLines();
   double PenWidthPixels() const;
   QRectF DrawingBounds(double penWidth) const;
   void DrawShape(const QPolygonF& device, bool closed);
@@ -98,6 +108,13 @@ class VANTREL1_QT_EXPORT QPainterDevice : public GdiDevice {
   QTransform m_base;
   QRectF m_page;  // the visible device area
   bool m_ended = false;
+  // Whether one-segment lines may be held (see above), decided when painting begins.
+  bool m_holdLines = false;
+  std::vector<QLineF> m_heldLines;
+  QPen m_heldPen;
+  QPen m_statePen;
+  LOGPEN m_statePenKey{};
+  bool m_statePenValid = false;
   // The last font resolved; drawing code measures and draws with one font many times.
   mutable std::unique_ptr<vantrel1::DeviceFont> m_font;
   mutable LOGFONTW m_fontKey{};
