@@ -12,11 +12,20 @@ targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
   for f in build-fuzz/fuzz/fuzz_*; do targets+=("$(basename "$f" | sed 's/^fuzz_//')"); done
 fi
+status=0
 for t in "${targets[@]}"; do
   work=$(mktemp -d)
   [ -d "fuzz/corpus/$t" ] && cp -r "fuzz/corpus/$t/." "$work/"
   echo "== fuzz_$t for ${seconds}s"
-  VANTREL1_DIR="$root/resources" "build-fuzz/fuzz/fuzz_$t" -max_total_time="$seconds" -max_len=65536 \
-    -print_final_stats=1 "$work" 2>&1 | tail -n 3
-  rm -rf "$work"
+  log="$work.log"
+  if VANTREL1_DIR="$root/resources" "build-fuzz/fuzz/fuzz_$t" -max_total_time="$seconds" -max_len=65536 \
+       -print_final_stats=1 -artifact_prefix="$root/build-fuzz/" "$work" >"$log" 2>&1; then
+    grep -E '^Done [0-9]+ runs' "$log" || tail -n 1 "$log"
+  else
+    # A finding: show the report; the input is saved in build-fuzz/ as crash-*/leak-*/timeout-*.
+    grep -v '^#' "$log" | tail -n 40
+    status=1
+  fi
+  rm -rf "$work" "$log"
 done
+exit $status
