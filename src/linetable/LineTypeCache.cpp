@@ -83,8 +83,13 @@ void CLineTypeTable::DeleteLine(CLineType* line, int useCache) {
 
 // Cache slots -----------------------------------------------------------------------------
 
+// A line is given back mostly right after it was handed out, so the slot of the last hit
+// or insertion is tried first. Slots hold distinct lines, so a confirmed hint is the slot
+// the scan would find; a stale one (slots shifted or cleared since) just falls through.
 int CLineTypeTable::FindCacheSlot(const CLineType* line) const {
   if (line == nullptr) return -1;
+  const int hint = m_nLastCacheSlot;
+  if (hint >= 0 && hint < m_nCacheCount && m_pCacheLine[hint] == line) return hint;
   for (int i = 0; i < m_nCacheCount; ++i)
     if (m_pCacheLine[i] == line) return i;
   return -1;
@@ -106,11 +111,14 @@ void CLineTypeTable::ClearCacheSlot(int slot) {
 
 CLineType* CLineTypeTable::GetCacheLine(int number, COLORREF* color, int textMode) {
   if (m_nCacheCount < 1 || color == nullptr) return nullptr;
+  const COLORREF colour = *color;
+  // The colour tells slots apart best and lies in a flat array; the line is looked at last.
   for (int i = 0; i < m_nCacheCount; ++i) {
+    if (m_crCacheColor[i] != colour || m_nCacheNumber[i] != number) continue;
     CLineType* line = m_pCacheLine[i];
-    if (line != nullptr && m_nCacheNumber[i] == number && m_crCacheColor[i] == *color &&
-        line->m_nTextMode == textMode) {
+    if (line != nullptr && line->m_nTextMode == textMode) {
       ++m_nCacheRef[i];
+      m_nLastCacheSlot = i;
       return line;
     }
   }
@@ -135,6 +143,7 @@ void CLineTypeTable::AddCacheLine(int number, COLORREF* color, CLineType* line) 
   m_nCacheNumber[0] = number;
   m_crCacheColor[0] = *color;
   m_nCacheRef[0] = 1;
+  m_nLastCacheSlot = 0;
 }
 
 int CLineTypeTable::DecrementCache(CLineType* line) {

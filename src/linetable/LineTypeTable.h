@@ -155,4 +155,6 @@ class VANTREL1_EXPORT CLineTypeTable : public CObject {
   void MoveCacheSlot(int from, int to);
   void ClearCacheSlot(int slot);
   static void FreeLine(CLineType* line);
+
+  int m_nLastCacheSlot = -1;  // where FindCacheSlot looks first; checked before use
 };

@@ -4,6 +4,7 @@
 #include <climits>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -26,6 +27,48 @@ Bounds BoundsOf(const RECT* clip) {
           static_cast<double>(std::max(clip->left, clip->right)), static_cast<double>(std::max(clip->top, clip->bottom))};
 }
 
+// A growing array whose first N elements live inside it: the figures of line types are
+// short, and drawing a line type must not reach the heap for each of them.
+template <typename T, std::size_t N>
+class SmallArray {
+ public:
+  SmallArray() = default;
+  SmallArray(const SmallArray&) = delete;
+  SmallArray& operator=(const SmallArray&) = delete;
+
+  std::size_t size() const { return m_size; }
+  bool empty() const { return m_size == 0; }
+  T* data() { return m_data; }
+  T& operator[](std::size_t i) { return m_data[i]; }
+  const T& operator[](std::size_t i) const { return m_data[i]; }
+  const T& front() const { return m_data[0]; }
+  const T& back() const { return m_data[m_size - 1]; }
+  void clear() { m_size = 0; }
+  void pop_back() { --m_size; }
+  void Truncate(std::size_t size) { m_size = std::min(size, m_size); }
+
+  void push_back(const T& value) {
+    if (m_size == m_capacity) Grow();
+    m_data[m_size++] = value;
+  }
+
+ private:
+  void Grow() {
+    if (m_data == m_inline) m_heap.assign(m_inline, m_inline + m_size);
+    m_heap.resize(2 * m_capacity);
+    m_data = m_heap.data();
+    m_capacity = m_heap.size();
+  }
+
+  T m_inline[N];
+  std::vector<T> m_heap;
+  T* m_data = m_inline;
+  std::size_t m_size = 0;
+  std::size_t m_capacity = N;
+};
+
+constexpr std::size_t kInlinePoints = 64;
+
 bool IsFinite(const Point& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
 // Rounding may leave a computed crossing a hair outside; the boundary is where it belongs.
@@ -35,6 +78,14 @@ Point Clamped(const Point& p, const Bounds& b) {
 
 // The point at parameter t of a → b. Differences are taken of halves, which cannot
 // overflow however far apart finite points lie; doubling back is exact.
+// False also for a non-finite coordinate: the comparisons with NaN fail, infinities lie
+// beyond every bound.
+bool AllInside(const double* x, const double* y, long n, const Bounds& b) {
+  for (long i = 0; i < n; ++i)
+    if (!(x[i] >= b.left && x[i] <= b.right && y[i] >= b.bottom && y[i] <= b.top)) return false;
+  return true;
+}
+
 Point At(const Point& a, const Point& b, double t) {
   const double hx = 0.5 * b.x - 0.5 * a.x;
   const double hy = 0.5 * b.y - 0.5 * a.y;
@@ -135,12 +186,15 @@ class RunWriter {
   }
 
   HDC m_dc;
-  std::vector<double> m_x, m_y;
+  SmallArray<double, kInlinePoints> m_x, m_y;
   bool m_lastIsVertex = false;
   int m_drawn = 0;
 };
 
 int DrawOpen(HDC dc, const double* x, const double* y, long n, const Bounds& box) {
+  // Inside the rectangle every segment is its own piece and all of them join into one
+  // run of the caller's points.
+  if (n <= INT_MAX && AllInside(x, y, n, box)) return PolylineD(dc, x, y, static_cast<int>(n)) ? 1 : 0;
   RunWriter runs(dc);
   for (long k = 1; k < n; ++k) {
     Piece piece;
@@ -183,49 +237,69 @@ Point Crossing(const Point& a, const Point& b, Edge edge, const Bounds& box) {
   return p;
 }
 
-std::vector<Point> ClipToEdge(const std::vector<Point>& in, Edge edge, const Bounds& box) {
-  std::vector<Point> out;
-  out.reserve(in.size() + 4);
+using Polygon = SmallArray<Point, kInlinePoints>;
+
+void ClipToEdge(const Polygon& in, Edge edge, const Bounds& box, Polygon* out) {
+  out->clear();
   for (std::size_t i = 0; i < in.size(); ++i) {
     const Point& previous = in[(i + in.size() - 1) % in.size()];
     const Point& current = in[i];
     const bool currentIn = Inside(current, edge, box);
-    if (currentIn != Inside(previous, edge, box)) out.push_back(Crossing(previous, current, edge, box));
-    if (currentIn) out.push_back(current);
+    if (currentIn != Inside(previous, edge, box)) out->push_back(Crossing(previous, current, edge, box));
+    if (currentIn) out->push_back(current);
   }
-  return out;
 }
 
-std::vector<Point> WithoutRepeats(const std::vector<Point>& in) {
-  std::vector<Point> out;
-  for (const Point& p : in)
-    if (out.empty() || !(p == out.back())) out.push_back(p);
-  while (out.size() > 1 && out.back() == out.front()) out.pop_back();
-  return out;
+void RemoveRepeats(Polygon* polygon) {
+  Polygon& p = *polygon;
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < p.size(); ++i)
+    if (kept == 0 || !(p[i] == p[kept - 1])) p[kept++] = p[i];
+  p.Truncate(kept);
+  while (p.size() > 1 && p.back() == p.front()) p.pop_back();
 }
 
-int DrawFilled(HDC dc, const double* x, const double* y, long n, const Bounds& box, const COLORREF* colour) {
-  std::vector<Point> polygon;
-  for (long i = 0; i < n; ++i)
-    if (IsFinite({x[i], y[i]})) polygon.push_back({x[i], y[i]});
-  for (const Edge edge : {Edge::Left, Edge::Right, Edge::Bottom, Edge::Top})
-    if (!polygon.empty()) polygon = ClipToEdge(polygon, edge, box);
-  polygon = WithoutRepeats(polygon);
-  if (polygon.size() < 3 || polygon.size() > static_cast<std::size_t>(INT_MAX)) return 0;
+// Whether the polygon has nothing for RemoveRepeats to take out.
+bool HasNoRepeats(const double* x, const double* y, long n) {
+  for (long i = 1; i < n; ++i)
+    if (x[i] == x[i - 1] && y[i] == y[i - 1]) return false;
+  return !(x[n - 1] == x[0] && y[n - 1] == y[0]);
+}
 
-  std::vector<double> px, py;
-  px.reserve(polygon.size());
-  py.reserve(polygon.size());
-  for (const Point& p : polygon) {
-    px.push_back(p.x);
-    py.push_back(p.y);
-  }
+int FillPolygon(HDC dc, const double* x, const double* y, int n, const COLORREF* colour) {
   HBRUSH brush = colour ? CreateSolidBrush(*colour) : nullptr;
   HGDIOBJ previous = brush ? SelectObject(dc, brush) : nullptr;
-  const BOOL drawn = PolygonD(dc, px.data(), py.data(), static_cast<int>(px.size()));
+  const BOOL drawn = PolygonD(dc, x, y, n);
   if (previous) SelectObject(dc, previous);
   if (brush) DeleteObject(brush);
   return drawn ? 1 : 0;
+}
+
+int DrawFilled(HDC dc, const double* x, const double* y, long n, const Bounds& box, const COLORREF* colour) {
+  const bool inside = AllInside(x, y, n, box);
+  if (inside && n >= 3 && n <= INT_MAX && HasNoRepeats(x, y, n))
+    return FillPolygon(dc, x, y, static_cast<int>(n), colour);
+
+  Polygon first, second;
+  Polygon* polygon = &first;
+  Polygon* spare = &second;
+  for (long i = 0; i < n; ++i)
+    if (IsFinite({x[i], y[i]})) polygon->push_back({x[i], y[i]});
+  if (!inside) {
+    for (const Edge edge : {Edge::Left, Edge::Right, Edge::Bottom, Edge::Top}) {
+      ClipToEdge(*polygon, edge, box, spare);
+      std::swap(polygon, spare);
+    }
+  }
+  RemoveRepeats(polygon);
+  if (polygon->size() < 3 || polygon->size() > static_cast<std::size_t>(INT_MAX)) return 0;
+
+  SmallArray<double, kInlinePoints> px, py;
+  for (std::size_t i = 0; i < polygon->size(); ++i) {
+    px.push_back((*polygon)[i].x);
+    py.push_back((*polygon)[i].y);
+  }
+  return FillPolygon(dc, px.data(), py.data(), static_cast<int>(px.size()), colour);
 }
 
 }  // namespace

@@ -146,6 +146,30 @@ TEST_F(LineCache, EvictsTheOldestUnreferencedSlotWhenFull) {
   EXPECT_EQ(T().m_pCacheLine[99], held[1]);
 }
 
+TEST_F(LineCache, ALineGivenBackAfterItsSlotMovedLosesTheReferenceWhereItNowIs) {
+  std::vector<CLineType*> held = FillWithHeldLines(3);  // slots: colour 3, 2, 1
+  T().DeleteLine(held[1], 1);
+  COLORREF first = 1;
+  ASSERT_EQ(T().CreateLine(1026, &first, 0, 1, 0), held[0]);  // a hit in slot 2
+  EXPECT_EQ(T().m_nCacheRef[2], 2);
+  Internals::DeleteUnusedCacheLines(T());  // colour 2 goes, colour 1 moves up to slot 1
+  ASSERT_EQ(T().m_nCacheCount, 2);
+  ASSERT_EQ(T().m_pCacheLine[1], held[0]);
+
+  T().DeleteLine(held[0], 1);
+  EXPECT_EQ(T().m_nCacheRef[1], 1);
+  EXPECT_EQ(T().m_nCacheRef[0], 1);
+  EXPECT_EQ(T().m_nCacheRef[2], 0);
+  COLORREF newest = 4;
+  CLineType* added = T().CreateLine(1026, &newest, 0, 1, 0);  // shifts colour 1 to slot 2
+  T().DeleteLine(held[0], 0);  // deleted as asked: its slot becomes a hole
+  EXPECT_EQ(T().m_pCacheLine[2], nullptr);
+  EXPECT_EQ(T().m_nCacheRef[2], 0);
+  EXPECT_EQ(T().m_pCacheLine[0], added);
+  EXPECT_EQ(T().m_nCacheRef[0], 1);
+  EXPECT_EQ(T().m_nCacheRef[1], 1);
+}
+
 TEST_F(LineCache, SimplePenLinesTakeTheirStyleAndWidth) {
   COLORREF c = RGB(10, 20, 30);
   struct Case {

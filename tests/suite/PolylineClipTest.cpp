@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstdlib>
 #include <limits>
+#include <new>
 #include <vector>
 
 #include "platform/RecordingDevice.h"
@@ -27,7 +30,85 @@ Drawn Primitive(const CRecordingDevice& dc, std::size_t i) {
   return {dc.Primitives().at(i).x, dc.Primitives().at(i).y};
 }
 
+// Allocations are counted only while a test asks for it: the replaced operators serve the
+// whole test program.
+std::atomic<bool> g_counting{false};
+std::atomic<long> g_allocations{0};
+
+void* Allocate(std::size_t size) {
+  if (g_counting.load(std::memory_order_relaxed)) g_allocations.fetch_add(1, std::memory_order_relaxed);
+  return std::malloc(size == 0 ? 1 : size);
+}
+
+// Out of line, so that the compiler does not pair an inlined free with operator new.
+[[gnu::noinline]] void Release(void* p) { std::free(p); }
+
+class AllocationCount {
+ public:
+  AllocationCount() {
+    g_allocations = 0;
+    g_counting = true;
+  }
+  ~AllocationCount() { g_counting = false; }
+  long Value() const { return g_allocations; }
+};
+
+// Keeps only where the last primitive's points were and how many there were, so that
+// drawing through it allocates nothing of its own.
+class PointerDevice : public GdiDevice {
+ public:
+  void DrawPolyline(const double* x, const double* y, int count) override { Keep(x, y, count); }
+  void DrawPolygon(const double* x, const double* y, int count) override { Keep(x, y, count); }
+  void DrawRectangle(int, int, int, int) override {}
+  void DrawEllipse(int, int, int, int) override {}
+  void DrawString(int, int, std::u16string_view) override {}
+  SIZE TextExtent(const LOGFONTW&, std::u16string_view) const override { return {}; }
+  TEXTMETRICW TextMetrics(const LOGFONTW&) const override { return {}; }
+  std::u16string FaceName(const LOGFONTW&) const override { return {}; }
+  RECT ClipBox() const override { return kBox; }
+
+  const double* x = nullptr;
+  const double* y = nullptr;
+  int count = 0;
+  int calls = 0;
+
+ private:
+  void Keep(const double* px, const double* py, int n) {
+    x = px;
+    y = py;
+    count = n;
+    ++calls;
+  }
+};
+
+// Vertices 0 … n - 1 zigzag between y 2 and 4 across the rectangle, x = i / 10.
+void Zigzag(long n, Coords* x, Coords* y) {
+  x->clear();
+  y->clear();
+  for (long i = 0; i < n; ++i) {
+    x->push_back(static_cast<double>(i) / 10);
+    y->push_back(i % 2 ? 4 : 2);
+  }
+}
+
 }  // namespace
+
+void* operator new(std::size_t size) {
+  if (void* p = Allocate(size)) return p;
+  throw std::bad_alloc();
+}
+void* operator new[](std::size_t size) {
+  if (void* p = Allocate(size)) return p;
+  throw std::bad_alloc();
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
+void operator delete(void* p) noexcept { Release(p); }
+void operator delete[](void* p) noexcept { Release(p); }
+void operator delete(void* p, std::size_t) noexcept { Release(p); }
+void operator delete[](void* p, std::size_t) noexcept { Release(p); }
+void operator delete(void* p, const std::nothrow_t&) noexcept { Release(p); }
+void operator delete[](void* p, const std::nothrow_t&) noexcept { Release(p); }
 
 TEST(PolylineClip, SegmentCrossingTheRectangleTwiceIsCutAtBothEdges) {
   CRecordingDevice dc;
@@ -168,6 +249,81 @@ TEST(PolylineClipFill, PolygonOutsideOrDegenerateDrawsNothing) {
   EXPECT_EQ(Clip(dc, {1, nan, 5, 1}, {1, 3, 5, 9}, &kBox, 1), 1);  // NaN vertex left out
   EXPECT_EQ(dc.Primitives().at(0).x, (Coords{1, 5, 1}));
   EXPECT_EQ((GdiObjectCounts() - tally).brushes.created, 0);
+}
+
+TEST(PolylineClipAllocation, InsideFiguresReachTheDeviceAsGivenAndShortCutsStayOffTheHeap) {
+  PointerDevice dc;
+  const double x[] = {1, 5, 9, 1};
+  const double y[] = {1, 8, 1, 1};
+  const double farX[] = {-5, 5, 9};
+  const double farY[] = {5, 5, 30};
+  struct Call {
+    int drawn;
+    const double* x;
+    const double* y;
+    int count;
+  } calls[5];
+  long allocations = 0;
+  {
+    const AllocationCount count;
+    auto call = [&](const double* px, const double* py, long n, int fill) {
+      const int drawn = PolylineClip(&dc, px, py, n, &kBox, fill, nullptr);
+      return Call{drawn, dc.x, dc.y, dc.count};
+    };
+    calls[0] = call(x, y, 4, 0);
+    calls[1] = call(x, y, 3, 1);  // a polygon without a closing point
+    calls[2] = call(x, y, 4, 1);  // the closing point is dropped
+    calls[3] = call(farX, farY, 3, 0);
+    calls[4] = call(farX, farY, 3, 1);
+    allocations = count.Value();
+  }
+  EXPECT_EQ(allocations, 0);
+  for (const Call& c : calls) EXPECT_EQ(c.drawn, 1);
+  EXPECT_EQ(calls[0].x, x);
+  EXPECT_EQ(calls[0].y, y);
+  EXPECT_EQ(calls[0].count, 4);
+  EXPECT_EQ(calls[1].x, x);
+  EXPECT_EQ(calls[1].y, y);
+  EXPECT_EQ(calls[1].count, 3);
+  EXPECT_EQ(calls[2].count, 3);
+  EXPECT_NE(calls[2].x, x);
+  EXPECT_EQ(calls[3].count, 3);
+  EXPECT_EQ(calls[4].count, 4);
+  EXPECT_EQ(dc.calls, 5);
+}
+
+TEST(PolylineClip, LongCutRunsAndPolygonsKeepEveryPoint) {
+  CRecordingDevice dc;
+  Coords x, y;
+  Zigzag(150, &x, &y);
+  x[0] = -0.1;  // the first segment enters through the left edge half way, at y 2
+  y[0] = 0;
+  EXPECT_EQ(Clip(dc, x, y, &kBox), 1);
+  ASSERT_EQ(dc.Primitives().size(), 1u);
+  Coords wantX = x, wantY = y;
+  wantX[0] = 0;
+  wantY[0] = 2;
+  const Drawn run = Primitive(dc, 0);
+  EXPECT_EQ(run.x, wantX);
+  EXPECT_EQ(run.y, wantY);
+
+  // A polygon of the zigzag's top side closed along y 1, with one vertex above the top edge.
+  dc.Clear();
+  Zigzag(150, &x, &y);
+  x.push_back(14.9);
+  y.push_back(1);
+  x.push_back(0);
+  y.push_back(1);
+  y[75] = 14;  // a spike between (7.4, 2) and (7.6, 2), cut off at the top edge
+  EXPECT_EQ(Clip(dc, x, y, &kBox, 1), 1);
+  ASSERT_EQ(dc.Primitives().size(), 1u);
+  const Drawn polygon = Primitive(dc, 0);
+  ASSERT_EQ(polygon.x.size(), 153u);
+  EXPECT_EQ(Coords(polygon.x.begin(), polygon.x.begin() + 75), Coords(x.begin(), x.begin() + 75));
+  EXPECT_EQ(polygon.y[75], 10);
+  EXPECT_EQ(polygon.y[76], 10);
+  EXPECT_EQ(Coords(polygon.x.begin() + 77, polygon.x.end()), Coords(x.begin() + 76, x.end()));
+  EXPECT_EQ(Coords(polygon.y.begin() + 77, polygon.y.end()), Coords(y.begin() + 76, y.end()));
 }
 
 TEST(GetClipBounds, TakesTheRectangleOrElseTheDeviceClipBox) {
