@@ -35,6 +35,11 @@ TEXTMETRICW ModelTextMetrics(const LOGFONTW& font) {
   tm.tmAveCharWidth = w;
   tm.tmMaxCharWidth = w;
   tm.tmWeight = font.lfWeight == 0 ? FW_NORMAL : font.lfWeight;
+  CopyRequestIntoMetrics(font, tm);
+  return tm;
+}
+
+void CopyRequestIntoMetrics(const LOGFONTW& font, TEXTMETRICW& tm) {
   tm.tmDigitizedAspectX = 96;
   tm.tmDigitizedAspectY = 96;
   tm.tmFirstChar = u' ';
@@ -46,7 +51,6 @@ TEXTMETRICW ModelTextMetrics(const LOGFONTW& font) {
   tm.tmStruckOut = font.lfStrikeOut;
   tm.tmPitchAndFamily = font.lfPitchAndFamily;
   tm.tmCharSet = font.lfCharSet;
-  return tm;
 }
 
 SIZE ModelTextExtent(const LOGFONTW& font, int count) {

@@ -30,6 +30,10 @@ namespace vantrel1 {
 constexpr LONG kModelDefaultHeight = 12;
 
 VANTREL1_EXPORT TEXTMETRICW ModelTextMetrics(const LOGFONTW& font);
+// The metrics every device reports alike: a 96-dpi aspect, the character range, and the
+// request's own flags, pitch and character set, so that a LOGFONTW rebuilt from the
+// metrics asks for the same font.
+VANTREL1_EXPORT void CopyRequestIntoMetrics(const LOGFONTW& font, TEXTMETRICW& tm);
 VANTREL1_EXPORT SIZE ModelTextExtent(const LOGFONTW& font, int count);
 VANTREL1_EXPORT std::u16string ModelFaceName(const LOGFONTW& font);
 

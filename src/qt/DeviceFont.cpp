@@ -86,19 +86,7 @@ TEXTMETRICW DeviceFont::Metrics() const {
   tm.tmAveCharWidth = Round(m_averageWidth * m_scale * m_stretch);
   tm.tmMaxCharWidth = Round(m_maxWidth * m_scale * m_stretch);
   tm.tmWeight = m_logFont.lfWeight == 0 ? FW_NORMAL : std::clamp<LONG>(m_logFont.lfWeight, 1, 1000);
-  tm.tmDigitizedAspectX = 96;
-  tm.tmDigitizedAspectY = 96;
-  tm.tmFirstChar = u' ';
-  tm.tmLastChar = u'\uFFFC';
-  tm.tmDefaultChar = u'?';
-  tm.tmBreakChar = u' ';
-  // The request's own flags, pitch and character set, as the recording device reports
-  // them, so that a LOGFONTW rebuilt from the metrics asks for the same font.
-  tm.tmItalic = m_logFont.lfItalic;
-  tm.tmUnderlined = m_logFont.lfUnderline;
-  tm.tmStruckOut = m_logFont.lfStrikeOut;
-  tm.tmPitchAndFamily = m_logFont.lfPitchAndFamily;
-  tm.tmCharSet = m_logFont.lfCharSet;
+  CopyRequestIntoMetrics(m_logFont, tm);
   return tm;
 }
 
