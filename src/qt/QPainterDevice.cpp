@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QPaintEngine>
 
+#include "platform/VectorState.h"
 #include "qt/DeviceClip.h"
 #include "qt/DeviceFont.h"
 
@@ -117,6 +118,7 @@ QPainterDevice::QPainterDevice(std::unique_ptr<QPainter> painter, const PageMapp
 QPainterDevice::~QPainterDevice() { End(); }
 
 void QPainterDevice::Prepare() {
+  const vantrel1::VectorStateScope vectorState;
   if (!m_painter->isActive()) {
     m_ended = true;
     return;
@@ -137,6 +139,13 @@ void QPainterDevice::Prepare() {
                 m_painter->paintEngine()->type() == QPaintEngine::Raster &&
                 m_painter->combinedTransform().type() <= QTransform::TxTranslate &&
                 m_painter->deviceTransform().type() <= QTransform::TxTranslate;
+  QPaintDevice* device = m_painter->device();
+  if (m_holdLines && device->devType() == QInternal::Image && !m_painter->hasClipping() &&
+      m_painter->opacity() == 1.0 && m_painter->compositionMode() == QPainter::CompositionMode_SourceOver) {
+    m_raster = vantrel1::HairlineRaster(static_cast<QImage*>(device));
+    const QTransform toImage = m_painter->combinedTransform();
+    m_rasterOffset = QPointF(toImage.dx(), toImage.dy());
+  }
 }
 
 std::unique_ptr<QPainterDevice> QPainterDevice::ForPaintDevice(QPaintDevice& target, const PageMapping& mapping) {
@@ -204,6 +213,11 @@ bool QPainterDevice::HoldLine(const double* x, const double* y) {
   if (a == b) return false;
   const QRectF bounds = DrawingBounds(pen.widthF());
   if (!Contains(bounds, a) || !Contains(bounds, b)) return false;
+  // Written at once, the pixels' cache misses overlap with the walk that makes the next line.
+  if (m_raster.Active()) {
+    m_raster.Draw(a + m_rasterOffset, b + m_rasterOffset, pen.color().rgb());
+    return true;
+  }
   if (!m_heldLines.empty() && (pen != m_heldPen || m_heldLines.size() >= kMaxHeldLines)) DrawHeldLines();
   if (m_heldLines.empty()) m_heldPen = pen;
   m_heldLines.emplace_back(a, b);
@@ -211,6 +225,7 @@ bool QPainterDevice::HoldLine(const double* x, const double* y) {
 }
 
 void QPainterDevice::DrawHeldLines() {
+  const vantrel1::VectorStateScope vectorState;
   if (m_heldLines.empty()) return;
   m_painter->setPen(m_heldPen);
   m_painter->setBrush(QBrush(Qt::NoBrush));
@@ -241,6 +256,7 @@ QRectF QPainterDevice::BoxToDevice(int left, int top, int right, int bottom) con
 }
 
 void QPainterDevice::DrawShape(const QPolygonF& device, bool closed) {
+  const vantrel1::VectorStateScope vectorState;
   DrawHeldLines();
   const QPen pen = StatePen();
   const bool filled = closed && State().brush.lbStyle != BS_NULL;
@@ -273,6 +289,7 @@ void QPainterDevice::DrawRectangle(int left, int top, int right, int bottom) {
 }
 
 void QPainterDevice::DrawEllipse(int left, int top, int right, int bottom) {
+  const vantrel1::VectorStateScope vectorState;
   if (!IsActive()) return;
   const QRectF box = BoxToDevice(left, top, right, bottom);
   const QRectF bounds = DrawingBounds(PenWidthPixels());
@@ -312,6 +329,7 @@ QTransform QPainterDevice::TextTransform(int x, int y, const DeviceFont& font) c
 }
 
 void QPainterDevice::DrawString(int x, int y, std::u16string_view text) {
+  const vantrel1::VectorStateScope vectorState;
   if (!IsActive() || text.empty()) return;
   const GdiDcState& s = State();
   const DeviceFont& font = Font(s.font);
@@ -337,6 +355,7 @@ void QPainterDevice::DrawString(int x, int y, std::u16string_view text) {
 }
 
 SIZE QPainterDevice::TextExtent(const LOGFONTW& font, std::u16string_view text) const {
+  const vantrel1::VectorStateScope vectorState;
   const DeviceFont& f = Font(font);
   const double advance = std::round(f.Advance(text));
   const LONG cx = advance >= 2147483647.0 ? 2147483647 : static_cast<LONG>(advance);

@@ -27,10 +27,11 @@
 // more than the visible page and drawn at once, except that on an image painted by the
 // device's own painter, consecutive one-segment lines wholly on the page with the same
 // one-pixel solid pen (what a dash walk produces) are held and drawn together when
-// anything else is drawn or the device ends. The raster engine strokes such lines one by
-// one either way, so the pixels are the same; only the per-call cost goes. Pens are held to four page diagonals in width and
-// absurdly large text (an em beyond 2^20 device pixels) is not drawn; nothing of either
-// could be told apart on the page.
+// anything else is drawn or the device ends. On an RGB32 or premultiplied ARGB32 image
+// they are then written straight into its pixels (see HairlineRaster.h), otherwise handed
+// to the painter in one call. Pens are held to four page diagonals in width and absurdly
+// large text (an em beyond 2^20 device pixels) is not drawn; nothing of either could be
+// told apart on the page.
 #include <memory>
 #include <string>
 #include <string_view>
@@ -46,6 +47,7 @@
 #include <QTransform>
 
 #include "platform/GdiDevice.h"
+#include "qt/HairlineRaster.h"
 #include "qt/PageMapping.h"
 
 namespace vantrel1 {
@@ -112,6 +114,9 @@ class VANTREL1_QT_EXPORT QPainterDevice : public GdiDevice {
   bool m_holdLines = false;
   std::vector<QLineF> m_heldLines;
   QPen m_heldPen;
+  // Draws held lines straight into the image when the painter would only blend them in.
+  vantrel1::HairlineRaster m_raster;
+  QPointF m_rasterOffset;
   QPen m_statePen;
   LOGPEN m_statePenKey{};
   bool m_statePenValid = false;

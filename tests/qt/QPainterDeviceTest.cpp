@@ -69,6 +69,58 @@ TEST(QPainterDeviceLines, WidthIsInLogicalUnitsAndWidthZeroIsOneDevicePixel) {
   EXPECT_EQ(darkColumns, 20);
 }
 
+// One-pixel lines are written straight into RGB32 and premultiplied ARGB32 images and
+// handed to Qt on any other; a drawing must look the same either way.
+TEST(QPainterDeviceLines, OnePixelLinesLookAlikeWhetherWrittenDirectlyOrByQt) {
+  EnsureGuiApp();
+  auto spokes = [](HDC dc) {
+    Selected pen(dc, CreatePen(PS_SOLID, 1, RGB(0, 0, 160)));
+    for (int i = 0; i < 60; ++i) {
+      const double a = i * 0.37;
+      Line(dc, 150 + 20 * std::cos(a), 100 + 20 * std::sin(a), 150 + 95 * std::cos(a), 100 + 95 * std::sin(a));
+    }
+  };
+  // A borrowed painter never holds lines: the reference is drawn by Qt.
+  QImage byQt(300, 200, QImage::Format_RGB32);
+  byQt.fill(Qt::white);
+  {
+    QPainter painter(&byQt);
+    QPainterDevice device(painter, PageMapping(LogicalWindow{0, 0, 300, 200}, 10.0, 254.0));
+    spokes(&device);
+  }
+  double qtInk = 0;
+  for (int y = 0; y < 200; ++y)
+    for (int x = 0; x < 300; ++x) qtInk += 255 - qRed(byQt.pixel(x, y));
+  for (QImage::Format format : {QImage::Format_RGB32, QImage::Format_ARGB32_Premultiplied, QImage::Format_ARGB32}) {
+    QImage image(300, 200, format);
+    image.fill(Qt::white);
+    image.setDotsPerMeterX(10000);  // 254 dpi: one unit, one pixel
+    image.setDotsPerMeterY(10000);
+    {
+      auto device = QPainterDevice::ForImage(image, LogicalWindow{0, 0, 300, 200}, 10.0);
+      ASSERT_NE(device, nullptr);
+      spokes(device.get());
+    }
+    const QImage drawn = image.convertToFormat(QImage::Format_RGB32);
+    double ink = 0;
+    for (int y = 0; y < 200; ++y)
+      for (int x = 0; x < 300; ++x) {
+        ink += 255 - qRed(drawn.pixel(x, y));
+        // In the pen's colour, and where Qt put most of a pixel's worth, so does the device
+        // there or next to it (the two place the half pixel of a cap a little apart).
+        EXPECT_NEAR(qBlue(drawn.pixel(x, y)), 160 + 95 * qRed(drawn.pixel(x, y)) / 255.0, 3.0) << format;
+        if (qRed(byQt.pixel(x, y)) < 64) {
+          int darkest = 255;
+          for (int v = std::max(0, y - 1); v <= std::min(199, y + 1); ++v)
+            for (int u = std::max(0, x - 1); u <= std::min(299, x + 1); ++u)
+              darkest = std::min(darkest, qRed(drawn.pixel(u, v)));
+          EXPECT_LT(darkest, 96) << format << " at " << x << "," << y;
+        }
+      }
+    EXPECT_NEAR(ink, qtInk, 0.1 * qtInk) << format;
+  }
+}
+
 TEST(QPainterDeviceLines, StyledPensKeepScreenPixelPatternsUpToWidthOne) {
   // 96 dpi and 96 / 25.4 units per millimetre: one logical unit is one screen pixel.
   Canvas canvas(400, 100, PageMapping(LogicalWindow{0, 0, 400, 100}, 96.0 / 25.4, 96.0));

@@ -1,0 +1,141 @@
+// One-pixel antialiased lines written straight into image memory: exact coverage on the
+// pixel grid, the same ink as Qt's own one-pixel lines, and nothing written outside the
+// image whatever the coordinates.
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+#include <QImage>
+#include <QPainter>
+#include <gtest/gtest.h>
+
+#include "PainterTestSupport.h"
+#include "qt/HairlineRaster.h"
+
+using vantrel1::HairlineRaster;
+
+namespace {
+
+constexpr QRgb kBlack = 0xFF000000u;
+constexpr QRgb kWhite = 0xFFFFFFFFu;
+
+QImage White(int w, int h, QImage::Format format = QImage::Format_RGB32) {
+  QImage image(w, h, format);
+  image.fill(Qt::white);
+  return image;
+}
+
+// The grey that `coverage` (0–255) of black leaves on white.
+QRgb Grey(int level) { return qRgb(level, level, level); }
+
+// The darkness of all pixels together, in pixels of full ink.
+double Ink(const QImage& image) {
+  double ink = 0;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x) ink += (255 - qRed(image.pixel(x, y))) / 255.0;
+  return ink;
+}
+
+// Each end reaches half a pixel beyond its point, as a round cap one pixel across does.
+TEST(HairlineRaster, LineThroughPixelCentresCoversOneRowOrColumnAndHalfAPixelMore) {
+  QImage image = White(12, 12);
+  HairlineRaster raster(&image);
+  ASSERT_TRUE(raster.Active());
+  raster.Draw(QPointF(2, 5.5), QPointF(8, 5.5), kBlack);
+  raster.Draw(QPointF(10.5, 9), QPointF(10.5, 1), qRgb(255, 0, 0));  // steep, drawn upwards
+  for (int x = 0; x < 12; ++x)
+    for (int y = 0; y < 12; ++y) {
+      QRgb expected = kWhite;
+      if (y == 5 && x >= 2 && x < 8) expected = kBlack;
+      if (y == 5 && (x == 1 || x == 8)) expected = Grey(127);
+      if (x == 10 && y >= 1 && y < 9) expected = qRgb(255, 0, 0);
+      if (x == 10 && (y == 0 || y == 9)) expected = qRgb(255, 127, 127);
+      EXPECT_EQ(image.pixel(x, y), expected) << x << "," << y;
+    }
+}
+
+TEST(HairlineRaster, LineBetweenRowsSharesItsCoverageAndEndsCoverWhatTheySpan) {
+  QImage image = White(12, 12);
+  HairlineRaster raster(&image);
+  // Centre on the boundary of rows 4 and 5: half of black on each (127 and 128 of 255),
+  // and a quarter each in the half columns at the ends (64 of 255).
+  raster.Draw(QPointF(1, 5), QPointF(4, 5), kBlack);
+  // Ends a quarter into their columns reach a quarter into the next ones.
+  raster.Draw(QPointF(2.25, 9.5), QPointF(7.75, 9.5), kBlack);
+  for (int x = 1; x < 4; ++x) {
+    EXPECT_EQ(image.pixel(x, 4), Grey(128)) << x;
+    EXPECT_EQ(image.pixel(x, 5), Grey(127)) << x;
+  }
+  for (int x : {0, 4}) {
+    EXPECT_EQ(image.pixel(x, 4), Grey(191)) << x;
+    EXPECT_EQ(image.pixel(x, 5), Grey(191)) << x;
+  }
+  EXPECT_EQ(image.pixel(0, 9), kWhite);
+  EXPECT_EQ(image.pixel(1, 9), Grey(191));
+  for (int x = 2; x < 8; ++x) EXPECT_EQ(image.pixel(x, 9), kBlack) << x;
+  EXPECT_EQ(image.pixel(8, 9), Grey(191));
+  EXPECT_EQ(image.pixel(9, 9), kWhite);
+}
+
+TEST(HairlineRaster, DiagonalLinesCarryTheSameInkAsQtsOnePixelLines) {
+  vantrel1::test::EnsureGuiApp();
+  const QLineF lines[] = {{10.3, 20.7, 90.1, 55.2}, {15.0, 90.0, 40.0, 10.0}, {60.5, 60.5, 95.5, 95.5},
+                          {5.2, 50.0, 95.7, 49.1}};
+  for (const QLineF& line : lines) {
+    QImage ours = White(100, 100);
+    QImage qt = White(100, 100);
+    HairlineRaster(&ours).Draw(line.p1(), line.p2(), kBlack);
+    QPainter painter(&qt);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::black, 1.0));
+    painter.drawLine(line);
+    painter.end();
+    const double run = std::max(std::fabs(line.dx()), std::fabs(line.dy()));
+    // One pixel of ink per column crossed and half a pixel's run more at each end, within
+    // rounding of the coverages.
+    const double cap = std::max(std::fabs(line.dx()), std::fabs(line.dy())) / line.length();
+    EXPECT_NEAR(Ink(ours), run + cap, 0.01 * run) << line.x1() << "," << line.y1();
+    EXPECT_NEAR(Ink(ours), Ink(qt), 0.12 * Ink(qt)) << line.x1() << "," << line.y1();
+  }
+}
+
+TEST(HairlineRaster, WritesOnlyInsideTheImageWhateverTheCoordinates) {
+  constexpr double kInf = std::numeric_limits<double>::infinity();
+  constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+  QImage image = White(16, 16, QImage::Format_ARGB32_Premultiplied);
+  HairlineRaster raster(&image);
+  ASSERT_TRUE(raster.Active());
+  const QLineF outside[] = {{-50, -50, -10, -1},  {20, 3, 40, 3},         {3, -0.7, 12, -1.6},
+                            {-1e300, 1e300, 1e300, -1e300 + 1}, {kNaN, 2, 5, 5}, {1, 1, kInf, 2},
+                            {0, 17.6, 16, 17.6}, {-1e9, -1e9, -1e9 + 3, 1e9}};
+  for (const QLineF& line : outside) raster.Draw(line.p1(), line.p2(), kBlack);
+  EXPECT_EQ(Ink(image), 0.0);
+  // A line a billion pixels long that crosses the image fills its row, and only that.
+  raster.Draw(QPointF(-1e9, 7.5), QPointF(1e9, 7.5), kBlack);
+  // One along the border is drawn in the row inside; the half outside goes nowhere.
+  raster.Draw(QPointF(0, 0), QPointF(16, 0), kBlack);
+  for (int x = 0; x < 16; ++x) {
+    EXPECT_EQ(image.pixel(x, 7), kBlack) << x;
+    EXPECT_EQ(image.pixel(x, 0), Grey(127)) << x;
+  }
+  EXPECT_DOUBLE_EQ(Ink(image), 16.0 + 16.0 * 128 / 255.0);
+}
+
+TEST(HairlineRaster, OnlyWordFormatsWithoutStraightAlphaAreDrawn) {
+  EXPECT_TRUE(HairlineRaster::Supports(QImage::Format_RGB32));
+  EXPECT_TRUE(HairlineRaster::Supports(QImage::Format_ARGB32_Premultiplied));
+  for (QImage::Format f : {QImage::Format_ARGB32, QImage::Format_RGB888, QImage::Format_RGB16,
+                           QImage::Format_Grayscale8, QImage::Format_RGBA8888_Premultiplied}) {
+    QImage image = White(4, 4, f);
+    HairlineRaster raster(&image);
+    EXPECT_FALSE(raster.Active()) << f;
+    raster.Draw(QPointF(0, 1.5), QPointF(4, 1.5), kBlack);
+    EXPECT_EQ(image.pixel(1, 1), kWhite) << f;
+  }
+  QImage null;
+  EXPECT_FALSE(HairlineRaster(&null).Active());
+  EXPECT_FALSE(HairlineRaster(nullptr).Active());
+}
+
+}  // namespace
