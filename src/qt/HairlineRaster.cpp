@@ -53,13 +53,35 @@ struct Axes {
   if (v + 1 >= 0 && v + 1 < axes.vLimit) Blend(pixel + axes.vStep, colour, lower);
 }
 
-// A column that the line may span only in part (an end): its share of the column
-// weighs both pixels, and the line's centre is taken at the middle of the share.
-void EndColumn(const Axes& axes, int u, double u0, double v0, double u1, double slope, std::uint32_t colour) {
-  const double lo = std::max(u0, static_cast<double>(u));
-  const double hi = std::min(u1, u + 1.0);
-  const double span = hi - lo;
-  const double top = v0 + slope * ((lo + hi) * 0.5 - u0) - 0.5;
+// How a line ends at its low and its high u. A capped end is antialiased by the share of
+// its column that the line spans. Where a polyline goes on, the column is covered fully
+// when its centre lies on the line's side of the end, so that two lines meeting end to end
+// share the columns there without a gap or a double cover; a centre exactly on the vertex
+// belongs to the line leaving it.
+struct Ends {
+  bool capLow;
+  bool capHigh;
+  bool holdsLow;
+  bool holdsHigh;
+};
+
+// A column at an end of the line, or cut by the image's edge.
+void EndColumn(const Axes& axes, int u, double u0, double v0, double u1, double slope, const Ends& ends,
+               std::uint32_t colour) {
+  const bool openLow = u0 >= u && !ends.capLow;
+  const bool openHigh = u1 <= u + 1.0 && !ends.capHigh;
+  double span = 1.0;
+  double middle = u + 0.5;
+  if (openLow || openHigh) {
+    if (openLow && !(middle > u0 || (middle == u0 && ends.holdsLow))) return;
+    if (openHigh && !(middle < u1 || (middle == u1 && ends.holdsHigh))) return;
+  } else {
+    const double lo = std::max(u0, static_cast<double>(u));
+    const double hi = std::min(u1, u + 1.0);
+    span = hi - lo;
+    middle = (lo + hi) * 0.5;
+  }
+  const double top = v0 + slope * (middle - u0) - 0.5;
   if (!(span > 0) || !(top > -2.0) || !(top < axes.vLimit + 2.0)) return;
   const int row = FloorToInt(top);
   const double below = top - row;
@@ -82,32 +104,40 @@ HairlineRaster::HairlineRaster(QImage* image) {
   m_height = image->height();
 }
 
-void HairlineRaster::Draw(QPointF a, QPointF b, QRgb colour) {
+void HairlineRaster::DrawPolyline(const QPointF* points, qsizetype count, QPointF offset, QRgb colour) {
+  if (points == nullptr) return;
+  for (qsizetype i = 1; i < count; ++i)
+    DrawSegment(points[i - 1] + offset, points[i] + offset, i == 1, i == count - 1, colour);
+}
+
+void HairlineRaster::DrawSegment(QPointF a, QPointF b, bool capA, bool capB, QRgb colour) {
   if (!Active() || !std::isfinite(a.x()) || !std::isfinite(a.y()) || !std::isfinite(b.x()) ||
       !std::isfinite(b.y()))
     return;
   const std::uint32_t opaque = colour | 0xff000000u;
-  // Half a pixel more at either end, where a round cap one pixel across reaches (Qt draws
+  // Half a pixel more at a capped end, where a round cap one pixel across reaches (Qt draws
   // its one-pixel round and square caps so too).
   const double dx = b.x() - a.x();
   const double dy = b.y() - a.y();
   const double length = std::hypot(dx, dy);
   if (length > 0 && std::isfinite(length)) {
     const QPointF half(0.5 * dx / length, 0.5 * dy / length);
-    a -= half;
-    b += half;
+    if (capA) a -= half;
+    if (capB) b += half;
   }
   if (std::fabs(b.x() - a.x()) >= std::fabs(b.y() - a.y()))
-    DrawMajor(a.x(), a.y(), b.x(), b.y(), false, opaque);
+    DrawMajor(a.x(), a.y(), b.x(), b.y(), false, capA, capB, opaque);
   else
-    DrawMajor(a.y(), a.x(), b.y(), b.x(), true, opaque);
+    DrawMajor(a.y(), a.x(), b.y(), b.x(), true, capA, capB, opaque);
 }
 
-void HairlineRaster::DrawMajor(double u0, double v0, double u1, double v1, bool transposed,
-                               std::uint32_t colour) {
+void HairlineRaster::DrawMajor(double u0, double v0, double u1, double v1, bool transposed, bool cap0,
+                               bool cap1, std::uint32_t colour) {
+  Ends ends{cap0, cap1, true, false};
   if (u1 < u0) {
     std::swap(u0, u1);
     std::swap(v0, v1);
+    ends = Ends{cap1, cap0, false, true};
   }
   const double run = u1 - u0;
   if (!(run > 0) || !std::isfinite(run)) return;
@@ -134,8 +164,8 @@ void HairlineRaster::DrawMajor(double u0, double v0, double u1, double v1, bool 
   const int first = static_cast<int>(from);
   const int whole = static_cast<int>(to);
   const int last = std::min(whole < to ? whole : whole - 1, uLimit - 1);
-  EndColumn(axes, first, u0, v0, u1, slope, colour);
-  if (last > first) EndColumn(axes, last, u0, v0, u1, slope, colour);
+  EndColumn(axes, first, u0, v0, u1, slope, ends, colour);
+  if (last > first) EndColumn(axes, last, u0, v0, u1, slope, ends, colour);
   if (last - first < 2) return;
   // Columns wholly spanned: the line's centre moves by the slope from one to the next, in
   // fixed point with 28 fractional bits (drifting less than 2^-8 pixels over a million

@@ -37,12 +37,18 @@ class VANTREL1_QT_EXPORT HairlineRaster {
   // Draws the line from `a` to `b` in image pixel coordinates (pixel (i, j) covers
   // [i, i+1] × [j, j+1]) in `colour`, whose alpha is ignored: the colour is opaque. A line
   // with a non-finite end draws nothing.
-  void Draw(QPointF a, QPointF b, QRgb colour);
+  void Draw(QPointF a, QPointF b, QRgb colour) { DrawSegment(a, b, true, true, colour); }
+  // Draws the lines between consecutive points, each moved by `offset`. Only the first and
+  // the last point have caps: at a vertex the two lines meet end to end and share the
+  // column there instead of covering it twice.
+  void DrawPolyline(const QPointF* points, qsizetype count, QPointF offset, QRgb colour);
 
  private:
-  // Walks the columns of a line whose run along the major axis u is at least its rise
-  // along v; `transposed` swaps the axes back when writing pixels.
-  void DrawMajor(double u0, double v0, double u1, double v1, bool transposed, std::uint32_t colour);
+  void DrawSegment(QPointF a, QPointF b, bool capA, bool capB, QRgb colour);
+  // Walks the columns of a line from (u0, v0) to (u1, v1) whose run along the major axis u
+  // is at least its rise along v; `transposed` swaps the axes back when writing pixels.
+  void DrawMajor(double u0, double v0, double u1, double v1, bool transposed, bool cap0, bool cap1,
+                 std::uint32_t colour);
 
   std::uint8_t* m_bits = nullptr;
   std::intptr_t m_stride = 0;

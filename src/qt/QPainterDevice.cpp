@@ -61,6 +61,9 @@ bool SameFont(const LOGFONTW& a, const LOGFONTW& b) {
          std::equal(std::begin(a.lfFaceName), std::end(a.lfFaceName), std::begin(b.lfFaceName));
 }
 
+// A solid pen one device pixel wide, as dash walks and most lines of a drawing use.
+bool IsHairline(const QPen& pen) { return pen.style() == Qt::SolidLine && pen.widthF() == 1.0; }
+
 bool SamePen(const LOGPEN& a, const LOGPEN& b) {
   return a.lopnStyle == b.lopnStyle && a.lopnWidth.x == b.lopnWidth.x && a.lopnWidth.y == b.lopnWidth.y &&
          a.lopnColor == b.lopnColor;
@@ -206,7 +209,7 @@ const QPen& QPainterDevice::StatePen() {
 
 bool QPainterDevice::HoldLine(const double* x, const double* y) {
   const QPen& pen = StatePen();
-  if (pen.style() != Qt::SolidLine || pen.widthF() != 1.0) return false;
+  if (!IsHairline(pen)) return false;
   const QPointF a = m_mapping.ToDevice(x[0], y[0]);
   const QPointF b = m_mapping.ToDevice(x[1], y[1]);
   // Qt draws a batched line of (nearly) no length as a dot, a lone one as a stroke.
@@ -262,6 +265,11 @@ void QPainterDevice::DrawShape(const QPolygonF& device, bool closed) {
   const bool filled = closed && State().brush.lbStyle != BS_NULL;
   if (pen.style() == Qt::NoPen && !filled) return;
   const QRectF bounds = DrawingBounds(pen.style() == Qt::NoPen ? 0.0 : pen.widthF());
+  if (!closed && m_raster.Active() && IsHairline(pen)) {
+    for (const QPolygonF& run : vantrel1::ClipPolyline(device, bounds))
+      m_raster.DrawPolyline(run.constData(), run.size(), m_rasterOffset, pen.color().rgb());
+    return;
+  }
   m_painter->setPen(pen);
   m_painter->setBrush(filled ? QBrush(Colour(State().brush.lbColor)) : QBrush(Qt::NoBrush));
   if (!closed) {

@@ -78,6 +78,35 @@ TEST(HairlineRaster, LineBetweenRowsSharesItsCoverageAndEndsCoverWhatTheySpan) {
   EXPECT_EQ(image.pixel(9, 9), kWhite);
 }
 
+TEST(HairlineRaster, PolylineCapsOnlyItsEndsSoPiecesMeetWithoutOverlap) {
+  QImage straight = White(12, 12);
+  QImage pieces = White(12, 12);
+  HairlineRaster(&straight).Draw(QPointF(2, 5.5), QPointF(9, 5.5), kBlack);
+  // The same run in three pieces, one of them reversed in length but not in direction,
+  // moved into place by the offset.
+  const QPointF run[] = {{1, 4.5}, {3.25, 4.5}, {6.5, 4.5}, {8, 4.5}};
+  HairlineRaster(&pieces).DrawPolyline(run, 4, QPointF(1, 1), kBlack);
+  for (int y = 0; y < 12; ++y)
+    for (int x = 0; x < 12; ++x) EXPECT_EQ(pieces.pixel(x, y), straight.pixel(x, y)) << x << "," << y;
+  EXPECT_EQ(straight.pixel(1, 5), Grey(127));
+  EXPECT_EQ(straight.pixel(5, 5), kBlack);
+
+  // A zigzag carries about the ink of Qt's polyline (a little more: at its sharp corners
+  // both lines cover the corner's columns, as a round join would).
+  vantrel1::test::EnsureGuiApp();
+  const QPolygonF zigzag({{2.3, 2.5}, {8.7, 4.2}, {12.1, 9.6}, {17.5, 3.3}, {19.0, 3.0}});
+  QImage ours = White(22, 12);
+  QImage qt = White(22, 12);
+  HairlineRaster(&ours).DrawPolyline(zigzag.constData(), zigzag.size(), QPointF(), kBlack);
+  QPainter painter(&qt);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(Qt::black, 1.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolyline(zigzag);
+  painter.end();
+  EXPECT_NEAR(Ink(ours), Ink(qt), 0.1 * Ink(qt));
+  HairlineRaster(&ours).DrawPolyline(nullptr, 3, QPointF(), kBlack);  // nothing to draw
+}
+
 TEST(HairlineRaster, DiagonalLinesCarryTheSameInkAsQtsOnePixelLines) {
   vantrel1::test::EnsureGuiApp();
   const QLineF lines[] = {{10.3, 20.7, 90.1, 55.2}, {15.0, 90.0, 40.0, 10.0}, {60.5, 60.5, 95.5, 95.5},
