@@ -33,6 +33,7 @@ const Pair kPairs[] = {
     {"CMarkup read vs pugixml read", "BM_XmlMarkupRead", "BM_XmlPugiRead", "no rescans"},
     {"CMarkup read from the top vs pugixml", "BM_XmlMarkupReadFromTop", "BM_XmlPugiReadFromTop", "no rescans"},
     {"dashed item on an image vs Qt's dashed QPen", "BM_DrawImageDashedItem", "BM_DrawImageQtDashedPen", "<= 1.0"},
+    {"its dash pieces alone vs Qt's dashed QPen", "BM_DrawImageDashPieces", "BM_DrawImageQtDashedPen", "-"},
     {".lin table of 250 vs QSettings (warm)", "BM_TableLin250Warm", "BM_TableLin250QSettingsWarm", "-"},
     {".lin table of 250 vs QSettings (cold)", "BM_TableLin250Cold", "BM_TableLin250QSettingsCold", "-"},
 };

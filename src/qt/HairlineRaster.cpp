@@ -117,13 +117,16 @@ void HairlineRaster::DrawSegment(QPointF a, QPointF b, bool capA, bool capB, QRg
   const std::uint32_t opaque = colour | 0xff000000u;
   // Half a pixel more at a capped end, where a round cap one pixel across reaches (Qt draws
   // its one-pixel round and square caps so too).
-  const double dx = b.x() - a.x();
-  const double dy = b.y() - a.y();
-  const double length = std::hypot(dx, dy);
-  if (length > 0 && std::isfinite(length)) {
-    const QPointF half(0.5 * dx / length, 0.5 * dy / length);
-    if (capA) a -= half;
-    if (capB) b += half;
+  if (capA || capB) {
+    const double dx = b.x() - a.x();
+    const double dy = b.y() - a.y();
+    // Overflows only for lines far longer than any image, where a cap cannot be seen.
+    const double length = std::sqrt(dx * dx + dy * dy);
+    if (length > 0 && std::isfinite(length)) {
+      const QPointF half(0.5 * dx / length, 0.5 * dy / length);
+      if (capA) a -= half;
+      if (capB) b += half;
+    }
   }
   if (std::fabs(b.x() - a.x()) >= std::fabs(b.y() - a.y()))
     DrawMajor(a.x(), a.y(), b.x(), b.y(), false, capA, capB, opaque);
