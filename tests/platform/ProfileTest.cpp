@@ -176,12 +176,6 @@ TEST_F(ProfileFile, NullValueDeletesKeyAndNullKeyDeletesSection) {
   EXPECT_EQ(Read(u"LineType1", u"LineDesc", Path("t.lin"), u"gone"), u"gone");
 }
 
-TEST_F(ProfileFile, NewFileIsUtf8WithoutBomAndCrLf) {
-  EXPECT_TRUE(Write(u"Simbol", u"Opis", u"spomenik šumarske službe", Path("new.sym")));
-  ASSERT_TRUE(Flush(Path("new.sym")));
-  EXPECT_EQ(ReadBytes(Path("new.sym")), "[Simbol]\r\nOpis=spomenik \xC5\xA1umarske slu\xC5\xBE" "be\r\n");
-}
-
 TEST_F(ProfileFile, Utf16FileRoundTripsInItsEncoding) {
   auto utf16 = [](std::u16string_view text) {
     std::string bytes = "\xFF\xFE";
@@ -293,11 +287,11 @@ TEST_F(ProfileFile, FlushReplacesALinksTargetAndKeepsTheLink) {
   EXPECT_EQ(Read(u"LineType1", u"LineDesc", Path("real.lin")), u"5,1,0,0,tanka");
 }
 
-TEST_F(ProfileFile, FlushWithNullFileFlushesEveryFile) {
-  EXPECT_TRUE(Write(u"A", u"k", u"1", Path("a.ini")));
+TEST_F(ProfileFile, NullFileFlushesEveryFileAndNewFilesAreUtf8WithCrLf) {
+  EXPECT_TRUE(Write(u"Simbol", u"Opis", u"spomenik šumarske službe", Path("a.sym")));
   EXPECT_TRUE(Write(u"B", u"k", u"2", Path("b.ini")));
   EXPECT_TRUE(WritePrivateProfileStringW(nullptr, nullptr, nullptr, nullptr));
-  EXPECT_EQ(ReadBytes(Path("a.ini")), "[A]\r\nk=1\r\n");
+  EXPECT_EQ(ReadBytes(Path("a.sym")), "[Simbol]\r\nOpis=spomenik \xC5\xA1umarske slu\xC5\xBE" "be\r\n");
   EXPECT_EQ(ReadBytes(Path("b.ini")), "[B]\r\nk=2\r\n");
 }
 
