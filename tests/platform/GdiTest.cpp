@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/RecordingDevice.h"
@@ -305,17 +307,17 @@ TEST(GdiText, FaceNameIsCopiedAsTheWideFormCopiesIt) {
   HFONT nameless = CreateFontIndirectW(&lf);
   HGDIOBJ old = SelectObject(&dc, arial);
 
+  // Results count the terminator; a count below 1 leaves the buffer alone.
+  const std::tuple<int, int, std::u16string> cases[] = {
+      {LF_FACESIZE, 6, u"Arial"}, {3, 3, u"Ar"}, {1, 1, u""}, {0, 0, u"x"}, {-5, 0, u"x"}};
   WCHAR face[LF_FACESIZE];
-  EXPECT_EQ(GetTextFaceW(&dc, LF_FACESIZE, face), 6);
-  EXPECT_EQ(std::u16string(face), u"Arial");
-  EXPECT_EQ(GetTextFaceW(&dc, 3, face), 3);
-  EXPECT_EQ(std::u16string(face), u"Ar");
-  EXPECT_EQ(GetTextFaceW(&dc, 1, face), 1);
-  EXPECT_EQ(face[0], u'\0');
-  face[0] = u'x';
-  EXPECT_EQ(GetTextFaceW(&dc, 0, face), 0);
-  EXPECT_EQ(GetTextFaceW(&dc, -5, face), 0);
-  EXPECT_EQ(face[0], u'x');
+  for (const auto& [count, result, copied] : cases) {
+    SCOPED_TRACE(count);
+    face[0] = u'x';
+    face[1] = 0;
+    EXPECT_EQ(GetTextFaceW(&dc, count, face), result);
+    EXPECT_EQ(std::u16string(face), copied);
+  }
   EXPECT_EQ(GetTextFaceW(&dc, 0, nullptr), 6);
 
   SelectObject(&dc, nameless);
