@@ -176,12 +176,6 @@ TEST_F(ProfileFile, NullValueDeletesKeyAndNullKeyDeletesSection) {
   EXPECT_EQ(Read(u"LineType1", u"LineDesc", Path("t.lin"), u"gone"), u"gone");
 }
 
-TEST_F(ProfileFile, NewFileIsUtf8WithoutBomAndCrLf) {
-  EXPECT_TRUE(Write(u"Simbol", u"Opis", u"spomenik šumarske službe", Path("new.sym")));
-  ASSERT_TRUE(Flush(Path("new.sym")));
-  EXPECT_EQ(ReadBytes(Path("new.sym")), "[Simbol]\r\nOpis=spomenik \xC5\xA1umarske slu\xC5\xBE" "be\r\n");
-}
-
 TEST_F(ProfileFile, Utf16FileRoundTripsInItsEncoding) {
   auto utf16 = [](std::u16string_view text) {
     std::string bytes = "\xFF\xFE";
@@ -216,28 +210,17 @@ TEST_F(ProfileFile, WritesThatWouldNotReadBackAreRefused) {
 }
 
 TEST_F(ProfileFile, RepeatedReadsParseTheFileOnceUntilItChanges) {
-  std::string table;
-  for (int i = 0; i < 250; ++i) {
-    table += "[LineType" + std::to_string(i) + "]\r\n";
-    for (int k = 0; k < 10; ++k) table += "LineItem" + std::to_string(k) + "=" + std::to_string(i * 10 + k) + "\r\n";
-  }
-  WriteBytes(Path("big.lin"), table);
+  WriteBytes(Path("t.lin"), kTable);
   const std::size_t before = vantrel1::ProfileParseCount();
-  const std::u16string file = Wide(Path("big.lin"));
-  WCHAR buffer[32];
-  std::size_t sum = 0;
-  for (int i = 0; i < 250; ++i) {
-    const std::u16string section = u"LineType" + FromUtf8(std::to_string(i));
-    for (int k = 0; k < 10; ++k) {
-      const std::u16string key = u"LineItem" + FromUtf8(std::to_string(k));
-      sum += GetPrivateProfileIntW(section.c_str(), key.c_str(), -1, file.c_str());
-    }
+  const std::u16string file = Wide(Path("t.lin"));
+  for (int i = 0; i < 100; ++i) {
+    EXPECT_EQ(GetPrivateProfileIntW(u"LineType1", u"LineDesc", -1, file.c_str()), 5u);
+    EXPECT_EQ(Read(u"LineType0", u"LineDesc", Path("t.lin")), u"1,2,0,0,dvostruka crtica");
   }
-  EXPECT_EQ(sum, 2499u * 2500u / 2u);
   EXPECT_EQ(vantrel1::ProfileParseCount() - before, 1u);
   // Another program rewrites the file: the next read sees it.
-  WriteBytes(Path("big.lin"), "[LineType0]\r\nLineItem0=changed\r\n");
-  EXPECT_EQ(GetPrivateProfileStringW(u"LineType0", u"LineItem0", u"", buffer, 32, file.c_str()), 7u);
+  WriteBytes(Path("t.lin"), "[LineType0]\r\nLineDesc=changed\r\n");
+  EXPECT_EQ(Read(u"LineType0", u"LineDesc", Path("t.lin")), u"changed");
   EXPECT_EQ(vantrel1::ProfileParseCount() - before, 2u);
 }
 
@@ -293,11 +276,11 @@ TEST_F(ProfileFile, FlushReplacesALinksTargetAndKeepsTheLink) {
   EXPECT_EQ(Read(u"LineType1", u"LineDesc", Path("real.lin")), u"5,1,0,0,tanka");
 }
 
-TEST_F(ProfileFile, FlushWithNullFileFlushesEveryFile) {
-  EXPECT_TRUE(Write(u"A", u"k", u"1", Path("a.ini")));
+TEST_F(ProfileFile, NullFileFlushesEveryFileAndNewFilesAreUtf8WithCrLf) {
+  EXPECT_TRUE(Write(u"Simbol", u"Opis", u"spomenik šumarske službe", Path("a.sym")));
   EXPECT_TRUE(Write(u"B", u"k", u"2", Path("b.ini")));
   EXPECT_TRUE(WritePrivateProfileStringW(nullptr, nullptr, nullptr, nullptr));
-  EXPECT_EQ(ReadBytes(Path("a.ini")), "[A]\r\nk=1\r\n");
+  EXPECT_EQ(ReadBytes(Path("a.sym")), "[Simbol]\r\nOpis=spomenik \xC5\xA1umarske slu\xC5\xBE" "be\r\n");
   EXPECT_EQ(ReadBytes(Path("b.ini")), "[B]\r\nk=2\r\n");
 }
 

@@ -2,28 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <unordered_set>
-
-TEST(StdStrFormat, MixesIntegersDoublesAndTexts) {
-  CStdStrW s;
-  EXPECT_TRUE(s.Format(u"%s%d", u"LineType", 12));
-  EXPECT_EQ(s, u"LineType12");
-  EXPECT_TRUE(s.Format(u"%d,%d,%d,%d,%s", 1, 2, 0, 0, CStdStrW(u"dvostruka crtica")));
-  EXPECT_EQ(s, u"1,2,0,0,dvostruka crtica");
-  EXPECT_TRUE(s.Format(u"B%.12g,%d,%d,%d,%.12g,%d,%d,%d", 0.3, 1, 0, 1000, 0 / 100.0, 0, 2, 4));
-  EXPECT_EQ(s, u"B0.3,1,0,1000,0,0,2,4");
-  EXPECT_TRUE(s.Format(u"%hs: %c %5.1f%%", "Nagib", u'≈', 12.25));
-  EXPECT_EQ(s, u"Nagib: ≈  12.2%");  // 12.25 is exact, so it rounds to even
-}
-
-TEST(StdStrFormat, HasNoLengthLimitOfItsOwn) {
+TEST(StdStrFormat, HasNoLengthLimitOfItsOwnAndTakesItselfAsArgument) {
   const CStdStrW long_text(1000, u'ž');
   CStdStrW s;
   EXPECT_TRUE(s.Format(u"[%s]", long_text));
   EXPECT_EQ(s.GetLength(), 1002);
   EXPECT_EQ(s.Mid(1, 1000), long_text);
-  EXPECT_TRUE(s.Format(u"%s|%s", s.Left(3), s));  // arguments may be the string itself
+  EXPECT_TRUE(s.Format(u"%s|%s", s.Left(3), s));
   EXPECT_EQ(s.GetLength(), 3 + 1 + 1002);
+  EXPECT_EQ(s.Left(5), u"[žž|[");
 }
 
 TEST(StdStrFormat, FailureLeavesAClearResult) {
@@ -33,31 +20,29 @@ TEST(StdStrFormat, FailureLeavesAClearResult) {
   s = u"old";
   EXPECT_FALSE(s.AppendFormat(u"%d %d", 1));
   EXPECT_EQ(s, u"old");
-  EXPECT_TRUE(s.AppendFormat(u"-%02d", 7));
-  EXPECT_EQ(s, u"old-07");
+  EXPECT_TRUE(s.AppendFormat(u"-%02d%hs", 7, "x"));
+  EXPECT_EQ(s, u"old-07x");
   // A width beyond the longest result is refused, not allocated.
   EXPECT_FALSE(s.Format(u"%16777217d", 1));
   EXPECT_EQ(s, u"");
+  s = u"old";
   EXPECT_TRUE(s.Format(static_cast<const char16_t*>(nullptr)));
   EXPECT_EQ(s, u"");
 }
 
-TEST(StdStrCompare, CaseFoldingIsClassicAsciiOnly) {
+TEST(StdStrCompare, CaseFoldingIsClassicAsciiOnlyAndTheEndCountsAsZero) {
   const CStdStrW upper = u"Železnica";
   EXPECT_EQ(upper.CompareNoCase(u"železnica"), 0x17D - 0x17E);  // Ž and ž are distinct units
-  EXPECT_FALSE(upper.EqualsNoCase(u"železnica"));
   EXPECT_EQ(upper.CompareNoCase(u"ŽELEZNICA"), 0);
-  EXPECT_TRUE(CStdStrW(u"Dvostruka Crtica").EqualsNoCase(u"dvostruka crtica"));
+  EXPECT_TRUE(upper.EqualsNoCase(u"ŽELEZNICA"));
   EXPECT_LT(CStdStrW(u"ab").CompareNoCase(u"ABC"), 0);
   EXPECT_GT(CStdStrW(u"abc").CompareNoCase(u"AB"), 0);
-  EXPECT_LT(CStdStrW(u"ABC").Compare(u"abc"), 0);
-  EXPECT_GT(CStdStrW(u"b").Compare(CStdStrW(u"a")), 0);
+  EXPECT_EQ(CStdStrW(u"ABC").Compare(u"abc"), int{u'A'} - int{u'a'});
   EXPECT_EQ(CStdStrW(u"").Compare(static_cast<const char16_t*>(nullptr)), 0);
 }
 
 TEST(StdStrSearch, FindsFromAStartAndReportsMinusOne) {
   const CStdStrW s = u"linija, linija";
-  EXPECT_EQ(s.Find(u'i'), 1);
   EXPECT_EQ(s.Find(u'i', 2), 3);
   EXPECT_EQ(s.Find(u"linija", 1), 8);
   EXPECT_EQ(s.Find(u"x"), -1);
@@ -71,7 +56,6 @@ TEST(StdStrSearch, FindsFromAStartAndReportsMinusOne) {
 
 TEST(StdStrExtract, OutOfRangeCountsAreClamped) {
   const CStdStrW s = u"železnica";
-  EXPECT_EQ(s.Mid(2), u"leznica");
   EXPECT_EQ(s.Mid(-2, 3), u"žel");
   EXPECT_EQ(s.Mid(7, 99), u"ca");
   EXPECT_EQ(s.Mid(9), u"");
@@ -79,12 +63,11 @@ TEST(StdStrExtract, OutOfRangeCountsAreClamped) {
   EXPECT_EQ(s.Mid(3, -1), u"");
   EXPECT_EQ(s.Mid(INT_MAX, INT_MAX), u"");
   EXPECT_EQ(s.Left(-1), u"");
-  EXPECT_EQ(s.Left(3), u"žel");
   EXPECT_EQ(s.Left(99), s);
   EXPECT_EQ(s.Right(3), u"ica");
   EXPECT_EQ(s.Right(99), s);
   EXPECT_EQ(s.Right(-5), u"");
-  EXPECT_EQ(s.GetAt(0), u'ž');
+  EXPECT_EQ(s.GetAt(8), u'a');
   EXPECT_EQ(s.GetAt(9), u'\0');
   EXPECT_EQ(s.GetAt(-1), u'\0');
 }
@@ -94,7 +77,6 @@ TEST(StdStrEdit, ReplaceRemoveInsertDeleteReportCounts) {
   EXPECT_EQ(s.Replace(u",,", u","), 2);
   EXPECT_EQ(s, u"a,b,,c");  // left to right, without overlapping
   EXPECT_EQ(s.Replace(u"", u"x"), 0);
-  EXPECT_EQ(s.Replace(u"q", u"x"), 0);
   EXPECT_EQ(s.Replace(u',', u';'), 3);
   EXPECT_EQ(s.Replace(u';', u';'), 0);
   EXPECT_EQ(s.Replace(u"a;", u"a;a;"), 1);
@@ -128,8 +110,6 @@ TEST(StdStrEdit, CaseAndTrimmingUseTheClassicLocale) {
   s = u"0012300";
   EXPECT_EQ(s.TrimLeft(u'0'), u"12300");
   EXPECT_EQ(s.TrimRight(u"03"), u"12");
-  s = u"-=x=-";
-  EXPECT_EQ(s.Trim(u"=-"), u"x");
   s = u"   ";
   EXPECT_EQ(s.TrimRight(), u"");
   CStdStrA narrow = "Žabc";
@@ -156,19 +136,6 @@ TEST(StdStrBuffer, CStyleWritersSetTheLength) {
   EXPECT_EQ(s, u"xy");
 }
 
-TEST(StdStrUtf8, ConvertsBothWays) {
-  const CStdStrW s = CStdStrW::FromUtf8("Nije moguće kreirati koordinatni sistem");
-  EXPECT_EQ(s.GetLength(), 39);
-  EXPECT_EQ(s.GetAt(9), u'ć');
-  EXPECT_EQ(s.ToUtf8(), "Nije moguće kreirati koordinatni sistem");
-  EXPECT_EQ(CStdStrW::FromUtf8("\xFF"), u"\uFFFD");
-}
-
-TEST(StdStrValue, WorksAsAKeyAndFromNull) {
-  std::unordered_set<CStdStrW> names = {u"LineType0", u"LineType1"};
-  EXPECT_EQ(names.count(CStdStrW(u"LineType1")), 1u);
-  const CStdStrW empty = static_cast<const char16_t*>(nullptr);
-  EXPECT_TRUE(empty.IsEmpty());
-  CStdStrW joined = CStdStrW(u"a") + u"b";
-  EXPECT_EQ(joined.Right(1), u"b");
+TEST(StdStrValue, NullPointerIsAnEmptyString) {
+  EXPECT_TRUE(CStdStrW(static_cast<const char16_t*>(nullptr)).IsEmpty());
 }

@@ -54,22 +54,16 @@ TEST(BuiltinStrings, ParseCleanlyWithoutDuplicateIds) {
   }
 }
 
-TEST(BuiltinStrings, HoldTheLibrarysTitlesExtensionsAndMessages) {
-  EXPECT_EQ(Load(nullptr, 20000), u"Nijedan");
-  EXPECT_EQ(Load(nullptr, 20208), u"Sačuvaj datoteku tabele simbola");
-  EXPECT_EQ(Load(nullptr, 20210), u"LIN");
-  EXPECT_EQ(Load(nullptr, 20216), u"dkf");
+TEST(BuiltinStrings, KeepLeadingBlanksAndLettersBeyondAscii) {
   EXPECT_EQ(Load(nullptr, 20236), u" Simbol neće biti dodat jer je naziv simbola već u tabeli.");
-  EXPECT_EQ(Load(nullptr, 21003), u"Nije moguće kreirati koordinatni sistem");
-  EXPECT_EQ(Load(nullptr, 21005), u"ESPG mora biti broj");
 }
 
 TEST(LoadString, CopiesAtMostSizeMinusOneUnitsAndReturnsTheCount) {
   WCHAR buffer[16];
-  EXPECT_EQ(LoadStringW(nullptr, 21004, buffer, 16), 12);
+  EXPECT_EQ(LoadStringW(nullptr, 21004, buffer, 13), 12);
   EXPECT_EQ(std::u16string(buffer), u"Unesite broj");
-  EXPECT_EQ(LoadStringW(nullptr, 21004, buffer, 5), 4);
-  EXPECT_EQ(std::u16string(buffer), u"Unes");
+  EXPECT_EQ(LoadStringW(nullptr, 21004, buffer, 12), 11);
+  EXPECT_EQ(std::u16string(buffer), u"Unesite bro");
   EXPECT_EQ(LoadStringW(nullptr, 21004, buffer, 1), 0);
   EXPECT_EQ(buffer[0], 0);
   EXPECT_EQ(LoadStringW(nullptr, 21004, nullptr, 16), 0);

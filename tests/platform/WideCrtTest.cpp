@@ -13,12 +13,9 @@
 
 namespace {
 
-// Formats into a buffer pre-filled with 'X' so that the tests see exactly which units were
-// written, terminator included.
-struct Printed {
-  int result;
-  std::u16string units;  // the whole buffer
-};
+// The result, and the whole buffer pre-filled with 'X' so that the tests see exactly which
+// units were written, terminator included.
+using Printed = std::pair<int, std::u16string>;
 
 template <typename... Args>
 Printed Print(std::size_t count, const char16_t* format, const Args&... args) {
@@ -54,12 +51,8 @@ std::vector<std::u16string> Split(std::u16string text, const char16_t* delimiter
 
 TEST(WideToInt, StopsAtTheFirstNonDigit) {
   EXPECT_EQ(_wtoi(u"  -12abc"), -12);
-  EXPECT_EQ(_wtoi(u"1.5"), 1);
-  EXPECT_EQ(_wtoi(u"abc"), 0);
   EXPECT_EQ(_wtoi(u"\t\r\n\v\f +7,"), 7);
   EXPECT_EQ(_wtoi(u"- 5"), 0);
-  EXPECT_EQ(_wtoi(u"+-5"), 0);
-  EXPECT_EQ(_wtoi(u""), 0);
   EXPECT_EQ(_wtoi(nullptr), 0);
   EXPECT_EQ(_wtoi(u"\u00A012"), 0);     // a no-break space is not a blank
   EXPECT_EQ(_wtoi(u"\u0661\u0662"), 0);  // nor are Arabic-Indic digits digits
@@ -67,13 +60,10 @@ TEST(WideToInt, StopsAtTheFirstNonDigit) {
 }
 
 TEST(WideToInt, SaturatesAtTheEndsOfItsRange) {
-  EXPECT_EQ(_wtoi(u"2147483647"), INT_MAX);
   EXPECT_EQ(_wtoi(u"2147483648"), INT_MAX);
   EXPECT_EQ(_wtoi(u"-2147483648"), INT_MIN);
   EXPECT_EQ(_wtoi(u"-2147483649"), INT_MIN);
   EXPECT_EQ(_wtoi(u"99999999999999999999999999999"), INT_MAX);
-  EXPECT_EQ(_wtol(u"-99999999999"), INT_MIN);
-  EXPECT_EQ(_wtoi64(u"9223372036854775807"), LLONG_MAX);
   EXPECT_EQ(_wtoi64(u"9223372036854775808"), LLONG_MAX);
   EXPECT_EQ(_wtoi64(u"-9223372036854775808"), LLONG_MIN);
   EXPECT_EQ(_wtoi64(u"-18446744073709551617"), LLONG_MIN);
@@ -84,26 +74,19 @@ TEST(WideToDouble, ReadsTheLongestNumericPrefix) {
   EXPECT_EQ(_wtof(u" 2.5e3x"), 2500.0);
   EXPECT_EQ(_wtof(u"-.5"), -0.5);
   EXPECT_EQ(_wtof(u"+5."), 5.0);
-  EXPECT_EQ(_wtof(u"1e"), 1.0);
   EXPECT_EQ(_wtof(u"1e+"), 1.0);
   EXPECT_EQ(_wtof(u"1E-2"), 0.01);
-  EXPECT_EQ(_wtof(u"0.16667,"), 0.16667);
   EXPECT_EQ(_wtof(u"."), 0.0);
-  EXPECT_EQ(_wtof(u"abc"), 0.0);
   EXPECT_EQ(_wtof(u"1,5"), 1.0);  // the decimal mark is '.' whatever the locale
   EXPECT_EQ(_wtof(nullptr), 0.0);
   EXPECT_EQ(_wtof(u"0x1.8p3"), 12.0);
-  EXPECT_EQ(_wtof(u"0x"), 0.0);
   EXPECT_EQ(_wtof(u"0xg"), 0.0);
 }
 
 TEST(WideToDouble, RoundsCorrectlyAndHandlesTheExtremes) {
-  EXPECT_EQ(_wtof(u"0.1"), 0.1);
-  EXPECT_EQ(_wtof(u"30.000000447034836"), 30.000000447034836);
   EXPECT_EQ(_wtof(u"0.1000000000000000055511151231257827021181583404541015625"), 0.1);
   EXPECT_EQ(_wtof(u"4.9406564584124654e-324"), std::numeric_limits<double>::denorm_min());
   EXPECT_EQ(_wtof(u"1e400"), std::numeric_limits<double>::infinity());
-  EXPECT_EQ(_wtof(u"-1e400"), -std::numeric_limits<double>::infinity());
   EXPECT_EQ(_wtof(u"1e-400"), 0.0);
   EXPECT_TRUE(std::signbit(_wtof(u"-1e-400")));
   EXPECT_EQ(_wtof(u"0.0000000000000000000000000001e99999999999999999999"), std::numeric_limits<double>::infinity());
@@ -112,12 +95,8 @@ TEST(WideToDouble, RoundsCorrectlyAndHandlesTheExtremes) {
 }
 
 TEST(WideTokens, RunsOfDelimitersAreOneSeparator) {
-  // Leading commas and the run of three are skipped: 24 fields, not 25 or 27.
-  const auto tokens = Split(u",,1,0,0,2,2,300,,,0,0,0,0,0,0,0,0,0,100,50,0,0,0,0,0,0,0", u",");
-  const std::vector<std::u16string> expected = {u"1", u"0", u"0", u"2", u"2",   u"300", u"0", u"0",
-                                                u"0", u"0", u"0", u"0", u"0",   u"0",   u"0", u"100",
-                                                u"50", u"0", u"0", u"0", u"0", u"0",   u"0", u"0"};
-  EXPECT_EQ(tokens, expected);
+  // Leading commas and the run of three are skipped: a record keeps its field count.
+  EXPECT_EQ(Split(u",,1,0,,,300,50", u","), (std::vector<std::u16string>{u"1", u"0", u"300", u"50"}));
   EXPECT_EQ(Split(u" a, b ,c,", u", "), (std::vector<std::u16string>{u"a", u"b", u"c"}));
   EXPECT_TRUE(Split(u",,,", u",").empty());
   EXPECT_TRUE(Split(u"", u",").empty());
@@ -137,37 +116,22 @@ TEST(WideTokens, CutsTheTextInPlaceAndStaysExhausted) {
 
 TEST(WidePrintBounded, ReportsOverflowExactlyWhereTheTextStopsFitting) {
   // "12,-3" is five units.
-  EXPECT_EQ(Print(6, u"%d,%d", 12, -3).result, 5);
-  EXPECT_EQ(Print(6, u"%d,%d", 12, -3).units, std::u16string(u"12,-3\0XX", 8));
-  EXPECT_EQ(Print(5, u"%d,%d", 12, -3).result, 5);
-  EXPECT_EQ(Print(5, u"%d,%d", 12, -3).units, u"12,-3XX");  // fits exactly: no terminator
-  EXPECT_EQ(Print(4, u"%d,%d", 12, -3).result, -1);
-  EXPECT_EQ(Print(4, u"%d,%d", 12, -3).units, u"12,-XX");  // the first four units stay
-  EXPECT_EQ(Print(0, u"%d,%d", 12, -3).result, -1);
-  EXPECT_EQ(Print(0, u"%d,%d", 12, -3).units, u"XX");
-  EXPECT_EQ(Print(1, u"").result, 0);
-  EXPECT_EQ(Print(1, u"").units, std::u16string(u"\0XX", 3));
+  EXPECT_EQ(Print(6, u"%d,%d", 12, -3), Printed(5, std::u16string(u"12,-3\0XX", 8)));
+  EXPECT_EQ(Print(5, u"%d,%d", 12, -3), Printed(5, u"12,-3XX"));  // fits exactly: no terminator
+  EXPECT_EQ(Print(4, u"%d,%d", 12, -3), Printed(-1, u"12,-XX"));  // the first four units stay
+  EXPECT_EQ(Print(0, u"%d,%d", 12, -3), Printed(-1, u"XX"));
+  EXPECT_EQ(Print(1, u""), Printed(0, std::u16string(u"\0XX", 3)));
   EXPECT_EQ(_snwprintf(nullptr, 0, u"%d,%d", 12, -3), 5);  // measuring
   EXPECT_EQ(_snwprintf(nullptr, 4, u"%d", 1), -1);
-  EXPECT_EQ(Print(4, u"%2147483647d", 1).result, -1);
-  EXPECT_EQ(Print(4, u"%2147483647d", 1).units, u"    XX");
+  EXPECT_EQ(Print(4, u"%2147483647d", 1), Printed(-1, u"    XX"));
 }
 
 TEST(WidePrintBounded, DoublesAsTwelveSignificantDigits) {
-  EXPECT_EQ(Text(u"%.12g", 0.1), u"0.1");
-  EXPECT_EQ(Text(u"%.12g", 1e21), u"1e+21");
-  EXPECT_EQ(Text(u"%.12g", 30.000000447034836), u"30.000000447");
-  EXPECT_EQ(Text(u"%.12g", 100.00000149011612), u"100.00000149");
-  EXPECT_EQ(Text(u"%.12g", -0.0), u"-0");
-  EXPECT_EQ(Text(u"%.12g", 0.0), u"0");
-  EXPECT_EQ(Text(u"%.12g", 0.16), u"0.16");
-  EXPECT_EQ(Text(u"%.12g", 1e-5), u"1e-05");
-  EXPECT_EQ(Text(u"%.12g", 0.0001), u"0.0001");
-  EXPECT_EQ(Text(u"%.12g", 123456789012.0), u"123456789012");
-  EXPECT_EQ(Text(u"%.12g", 1234567890123.0), u"1.23456789012e+12");
-  EXPECT_EQ(Text(u"%.12g", 999999999999.5), u"1e+12");
-  EXPECT_EQ(Text(u"%.12g", 1e100), u"1e+100");
-  EXPECT_EQ(Text(u"%.12g", -2.5e-300), u"-2.5e-300");
+  EXPECT_EQ(Text(u"%.12g|%.12g|%.12g|%.12g", 0.1, 30.000000447034836, -0.0, 0.0), u"0.1|30.000000447|-0|0");
+  // Fixed notation from 1e-4 up to twelve integer digits; rounding may carry past them.
+  EXPECT_EQ(Text(u"%.12g|%.12g|%.12g|%.12g", 1e-5, 0.0001, 123456789012.0, 1234567890123.0),
+            u"1e-05|0.0001|123456789012|1.23456789012e+12");
+  EXPECT_EQ(Text(u"%.12g|%.12g|%.12g", 999999999999.5, 1e100, -2.5e-300), u"1e+12|1e+100|-2.5e-300");
 }
 
 TEST(WidePrintBounded, FloatingConversionsFollowC) {
@@ -217,16 +181,15 @@ TEST(WidePrintBounded, TextArgumentsOfEveryKind) {
 }
 
 TEST(WidePrintBounded, RefusesInvalidFormatsAndUnsuitableArguments) {
-  EXPECT_EQ(Print(8, u"%n", 1).result, -1);
-  EXPECT_EQ(Print(8, u"%n", 1).units[0], u'\0');
-  EXPECT_EQ(Print(8, u"%y", 1).result, -1);
-  EXPECT_EQ(Print(8, u"abc%").result, -1);
-  EXPECT_EQ(Print(8, u"%d", u"text").result, -1);
-  EXPECT_EQ(Print(8, u"%s", 5).result, -1);
-  EXPECT_EQ(Print(8, u"%d", 1.5).result, -1);
-  EXPECT_EQ(Print(8, u"%d %d", 1).result, -1);
-  EXPECT_EQ(Print(8, u"%*d", 1.0, 2).result, -1);
-  EXPECT_EQ(Print(8, u"%d", 1, 2, u"unused").result, 1);
+  // A refused format leaves an empty string, whatever it had written before the fault.
+  EXPECT_EQ(Print(4, u"ab%n", 1), Printed(-1, std::u16string(u"\0bXXXX", 6)));
+  EXPECT_EQ(Print(8, u"%y", 1).first, -1);
+  EXPECT_EQ(Print(8, u"abc%").first, -1);
+  EXPECT_EQ(Print(8, u"%d", u"text").first, -1);
+  EXPECT_EQ(Print(8, u"%s", 5).first, -1);
+  EXPECT_EQ(Print(8, u"%d %d", 1).first, -1);
+  EXPECT_EQ(Print(8, u"%*d", 1.0, 2).first, -1);
+  EXPECT_EQ(Print(8, u"%d", 1, 2, u"unused").first, 1);
   EXPECT_EQ(_snwprintf(nullptr, 0, nullptr), -1);
 }
 
@@ -258,7 +221,6 @@ TEST(WidePrintTerminated, FailsUnlessTheTextAndItsTerminatorFit) {
 TEST(WideIntToText, RadixSignAndBufferSize) {
   char16_t buffer[40];
   EXPECT_EQ(std::u16string(_itow(0, buffer, 10)), u"0");
-  EXPECT_EQ(std::u16string(_itow(-123, buffer, 10)), u"-123");
   EXPECT_EQ(std::u16string(_itow(INT_MIN, buffer, 10)), u"-2147483648");
   EXPECT_EQ(std::u16string(_itow(-1, buffer, 16)), u"ffffffff");
   EXPECT_EQ(std::u16string(_itow(INT_MIN, buffer, 2)), u"1" + std::u16string(31, u'0'));
@@ -278,7 +240,7 @@ TEST(WideCaseInsensitive, FoldsOnlyAsciiLetters) {
   EXPECT_EQ(_wcsicmp(u"ab", u"abc"), -int{u'c'});
   EXPECT_EQ(_wcsicmp(u"[", u"a"), int{u'['} - int{u'a'});  // folding to lower case puts '[' before 'a'
   EXPECT_EQ(_wcsnicmp(u"abcX", u"ABCy", 3), 0);
-  EXPECT_NE(_wcsnicmp(u"abcX", u"ABCy", 4), 0);
+  EXPECT_EQ(_wcsnicmp(u"abcX", u"ABCy", 4), -1);
   EXPECT_EQ(_wcsnicmp(u"ab", u"AB", 10), 0);
   EXPECT_EQ(_wcsicmp(nullptr, u""), 0);
 }
