@@ -223,7 +223,11 @@ class CStdStr : public std::basic_string<CT> {
       const int d = fold ? vantrel1::ClassicFoldedDifference(a[i], b[i]) : Difference(a[i], b[i]);
       if (d != 0) return d;
     }
-    return Difference(a.size() > n ? a[n] : CT(0), b.size() > n ? b[n] : CT(0));
+    // Past the shorter string its terminator meets the longer one's next unit, folded as
+    // _wcsicmp folds it, so that both give the same difference.
+    const CT restA = a.size() > n ? a[n] : CT(0);
+    const CT restB = b.size() > n ? b[n] : CT(0);
+    return fold ? vantrel1::ClassicFoldedDifference(restA, restB) : Difference(restA, restB);
   }
   static int Difference(CT a, CT b) {
     using Unit = std::make_unsigned_t<CT>;
