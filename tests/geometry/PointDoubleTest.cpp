@@ -2,17 +2,8 @@
 
 #include <gtest/gtest.h>
 
-TEST(CPointDouble, StartsUntaggedWithTheFineTolerance) {
-  const CPointDouble p;
-  EXPECT_EQ(p.m_nTag1, -1);
-  EXPECT_EQ(p.m_nTag2, -1);
-  EXPECT_EQ(p.m_nTag3, -1);
-  EXPECT_EQ(p.m_nFlag, 0);
-  EXPECT_EQ(p.GetTolerance(), 1e-10);
-}
-
-// Each axis within the left-hand point's tolerance, boundary included; tags, flag and
-// the right-hand tolerance play no part, so a == b and b == a can disagree.
+// Each axis within the left-hand point's tolerance (1e-10 unless set), boundary included;
+// tags, flag and the right-hand tolerance play no part, so a == b and b == a can disagree.
 TEST(CPointDouble, EqualWithinTheLeftHandToleranceOnEveryAxis) {
   const double justOver = 1.0000000000000002e-10;
   CPointDouble tagged(0, 0, 0);
@@ -25,14 +16,14 @@ TEST(CPointDouble, EqualWithinTheLeftHandToleranceOnEveryAxis) {
     CPointDouble left, right;
     int equal;
   } cases[] = {
-      {1e-10, {0, 0, 0}, {1e-10, -1e-10, 1e-10}, 1}, {1e-10, {0, 0, 0}, {justOver, 0, 0}, 0},
-      {1e-10, {0, 0, 0}, {0, -justOver, 0}, 0},      {1e-10, {0, 0, 0}, {0, 0, justOver}, 0},
-      {1e-10, {0, 0, 0}, tagged, 1},                 {0.5, {1, 1, 1}, tight, 1},
+      {0, {0, 0, 0}, {1e-10, -1e-10, 1e-10}, 1}, {0, {0, 0, 0}, {justOver, 0, 0}, 0},
+      {0, {0, 0, 0}, {0, -justOver, 0}, 0},      {0, {0, 0, 0}, {0, 0, justOver}, 0},
+      {0, {0, 0, 0}, tagged, 1},                 {0.5, {1, 1, 1}, tight, 1},
       {0.25, tight, {1, 1, 1}, 0},                   {0.5, {1, 1, 1.5}, {1, 1, 1}, 1},
       {0.5, {1, 1, 1.5000000000000002}, {1, 1, 1}, 0},
   };
   for (auto c : cases) {
-    c.left.SetTolerance(c.tolerance);
+    if (c.tolerance != 0) c.left.SetTolerance(c.tolerance);
     EXPECT_EQ(c.left == c.right, c.equal) << c.left.x << " " << c.left.y << " " << c.left.z;
     EXPECT_EQ(c.left != c.right, 1 - c.equal);
   }

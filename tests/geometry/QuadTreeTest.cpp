@@ -5,7 +5,6 @@
 #include <array>
 #include <cmath>
 #include <memory>
-#include <new>
 
 #include "platform/RecordingMessageSink.h"
 
@@ -70,26 +69,34 @@ TEST(CQuadTreeNode, QuadrantsAroundTheCentreAndTheirExtents) {
   EXPECT_EQ(node.m_pChildren[0], first);  // a node keeps its children
 }
 
-// Matches take the nodes' fixed 1e-10, not the tree's tolerance.
+// Matches take the nodes' fixed 1e-10, not the tree's tolerance. The points are the
+// caller's until DeleteAllPoints, which keeps nodes and counts.
 TEST(CQuadTree, SecondPointSplitsAndEveryPointIsFoundAgain) {
   auto tree = NewTree(100);
   tree->SetTolerance(1.0);
-  CPointDouble a(10, 90, 0), b(60, 20, 0), c(70, 30, 0);
-  ASSERT_EQ(tree->AddPoint(&a), 1);
+  auto* a = new CPointDouble(10, 90, 0);
+  auto* b = new CPointDouble(60, 20, 0);
+  auto* c = new CPointDouble(70, 30, 0);
+  ASSERT_EQ(tree->AddPoint(a), 1);
   EXPECT_EQ(tree->Depth(), 1);
-  ASSERT_EQ(tree->AddPoint(&b), 1);
-  ASSERT_EQ(tree->AddPoint(&c), 1);
+  ASSERT_EQ(tree->AddPoint(b), 1);
+  ASSERT_EQ(tree->AddPoint(c), 1);
   EXPECT_EQ(tree->NumPoints(), 3);
   EXPECT_EQ(tree->GetRoot()->m_pChildren[1]->m_nCount, 2);
   EXPECT_EQ(tree->Depth(), 3);  // b and c part one level below the root's lower right
 
-  EXPECT_EQ(Found(*tree, 60 + 1e-10, 20 - 1e-10), &b);
-  EXPECT_EQ(Found(*tree, 70, 30), &c);
-  CPointDouble* found = &a;
+  EXPECT_EQ(Found(*tree, 60 + 1e-10, 20 - 1e-10), b);
+  EXPECT_EQ(Found(*tree, 70, 30), c);
+  CPointDouble* found = a;
   EXPECT_EQ(tree->GetPoint(70 + 2e-10, 30, &found), 0);
-  EXPECT_EQ(found, &a);  // left alone
+  EXPECT_EQ(found, a);  // left alone
   EXPECT_EQ(Found(*tree, 50, 50), nullptr);
   EXPECT_EQ(tree->GetPoint(10, 90, nullptr), 1);
+
+  tree->DeleteAllPoints();
+  EXPECT_EQ(tree->NumPoints(), 3);
+  EXPECT_EQ(Found(*tree, 70, 30), nullptr);
+  tree->DeleteAllPoints();  // nothing left to delete twice
 }
 
 TEST(CQuadTree, LastMatchVisitedWins) {
@@ -145,27 +152,4 @@ TEST(CQuadTree, SamePositionTwicePassesTheLimitForGood) {
   EXPECT_EQ(sink.Requests().size(), 4u);
   EXPECT_EQ(tree->NumPoints(), 2);
   EXPECT_EQ(tree->Depth(), 102);
-}
-
-TEST(CQuadTree, DeleteAllPointsFreesPointsButKeepsCounts) {
-  auto tree = NewTree(100);
-  for (double x : {10.0, 60.0, 70.0, 80.0}) ASSERT_EQ(tree->AddPoint(new CPointDouble(x, 20, 0)), 1);
-  tree->DeleteAllPoints();
-  EXPECT_EQ(tree->NumPoints(), 4);
-  EXPECT_EQ(Found(*tree, 60, 20), nullptr);
-  tree->DeleteAllPoints();  // nothing left to delete twice
-}
-
-TEST(CQuadTree, CopiesShareTheRoot) {
-  auto tree = NewTree(100);
-  CPointDouble a(10, 10, 0), b(90, 90, 0);
-  tree->AddPoint(&a);
-  // Only one of the two may be destroyed, so the copy lives in storage that is never
-  // destroyed.
-  alignas(CQuadTree) unsigned char storage[sizeof(CQuadTree)];
-  CQuadTree* copy = new (storage) CQuadTree(*tree);
-  EXPECT_EQ(copy->GetRoot(), tree->GetRoot());
-  EXPECT_EQ(copy->AddPoint(&b), 1);
-  EXPECT_EQ(tree->NumPoints(), 2);
-  EXPECT_EQ(Found(*tree, 90, 90), &b);
 }

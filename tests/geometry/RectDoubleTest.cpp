@@ -58,8 +58,6 @@ TEST(CRectDouble, SetRectStoresInvertedValuesAndReportsThem) {
   CRectDouble r;
   EXPECT_EQ(r.SetRect(5, 0, 0, 5), 0);
   EXPECT_EQ(Edges(r), (std::array<double, 4>{5, 0, 0, 5}));
-  EXPECT_EQ(r.Width(), -5);
-  EXPECT_EQ(r.Height(), -5);
   EXPECT_EQ(r.SetRect(1, 0, 3, 2), 0);
   EXPECT_EQ(r.SetRect(1 + 1e-10, 2, 1, 2 + 1e-10), 1);  // inverted by no more than the tolerance
 }
@@ -82,12 +80,4 @@ TEST(CRectDouble, ToCRectRoundsHalvesAwayFromZeroAndSaturates) {
   EXPECT_EQ(CRectDouble(0.5, 2.5, -0.5, -2.5).ToCRect(), CRect(1, 3, -1, -3));
   EXPECT_EQ(CRectDouble(1.4999999999999998, 10.5000001, -7.49, 2147483646.6).ToCRect(), CRect(1, 11, -7, 2147483647));
   EXPECT_EQ(CRectDouble(1e20, -1e20, kNan, 2147483647.5).ToCRect(), CRect(2147483647, -2147483647 - 1, 0, 2147483647));
-}
-
-TEST(CRectDouble, FromCRectKeepsTheTolerance) {
-  CRectDouble r;
-  r.SetTolerance(0.25);
-  r.FromCRect(CRect(-3, 7, 12, -4));
-  EXPECT_EQ(Edges(r), (std::array<double, 4>{-3, 7, 12, -4}));
-  EXPECT_EQ(r.GetTolerance(), 0.25);
 }
