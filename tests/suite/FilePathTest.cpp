@@ -15,43 +15,28 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Sets VANTREL1_DIR for its lifetime and puts the old value back.
-class ScopedDataDir {
- public:
-  explicit ScopedDataDir(const char* value) {
-    if (const char* old = std::getenv("VANTREL1_DIR")) m_old = old;
-    Set(value);
-  }
-  ~ScopedDataDir() { Set(m_old ? m_old->c_str() : nullptr); }
-
- private:
-  static void Set(const char* value) {
-    if (value)
-      setenv("VANTREL1_DIR", value, 1);
-    else
-      unsetenv("VANTREL1_DIR");
-  }
-  std::optional<std::string> m_old;
-};
+std::string DataDirWith(const char* value) {
+  if (value)
+    setenv("VANTREL1_DIR", value, 1);
+  else
+    unsetenv("VANTREL1_DIR");
+  return GetCorviaDIR().ToUtf8();
+}
 
 }  // namespace
 
 TEST(GetCorviaDIR, ComesFromTheEnvironmentElseTheInstalledDataDirectory) {
-  {
-    ScopedDataDir dir("/opt/čvor");  // UTF-8 in the environment
-    EXPECT_EQ(GetCorviaDIR(), CStdStrW(u"/opt/čvor/"));
-    EXPECT_EQ(GetCorviaDIRsamples(), CStdStrW(u"/opt/čvor/samples/"));
-  }
-  {
-    ScopedDataDir dir("/opt/corvia/");
-    EXPECT_EQ(GetCorviaDIR().ToUtf8(), "/opt/corvia/");
-  }
+  const char* set = std::getenv("VANTREL1_DIR");
+  const std::optional<std::string> old = set ? std::optional<std::string>(set) : std::nullopt;
+  EXPECT_EQ(DataDirWith("/opt/čvor"), "/opt/čvor/");  // UTF-8 in the environment
+  EXPECT_EQ(GetCorviaDIRsamples().ToUtf8(), "/opt/čvor/samples/");
+  EXPECT_EQ(DataDirWith("/opt/corvia/"), "/opt/corvia/");
   for (const char* unset : {static_cast<const char*>(nullptr), ""}) {
-    ScopedDataDir dir(unset);
-    const std::string installed = GetCorviaDIR().ToUtf8();
+    const std::string installed = DataDirWith(unset);
     EXPECT_EQ(installed.front(), '/');
     EXPECT_TRUE(installed.ends_with("/vantrel1/")) << installed;
   }
+  DataDirWith(old ? old->c_str() : nullptr);
 }
 
 TEST(FileMakePathX, JoinsFolderNameAndExtensionWithinTheBuffer) {

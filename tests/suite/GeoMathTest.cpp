@@ -42,15 +42,12 @@ TEST(PerpAng, NormalPointsRightOfTravelWithinMinusPiToPi) {
   EXPECT_EQ(a, -kHalfPi);  // the end point takes the last segment
 }
 
-TEST(PerpAng, InteriorPointTakesBisectorOnTheRight) {
-  EXPECT_EQ(Corner(0, 0, 10, 0, 20, 0), -kHalfPi);
-  EXPECT_DOUBLE_EQ(Corner(0, 0, 10, 0, 10, -10), -3 * kPi / 4);  // right turn: inner side
-  EXPECT_DOUBLE_EQ(Corner(0, 0, 10, 0, 10, 10), -kPi / 4);       // left turn: outer side
-  EXPECT_EQ(Corner(0, 0, 10, 0, 0, 0), 0.0);  // reversal: the tip, ahead of the vertex
-}
-
-// An offset line's corner lies along the bisector at d / sin(corner / 2).
+// At an interior point the angle bisects the corner on the right, so that an offset
+// line's corner lies along it at d / sin(corner / 2), on the inner side of a right turn
+// and the outer side of a left one. A reversal gives the tip, ahead of the vertex.
 TEST(PerpAng, MitreAlongBisectorKeepsOffsetFromBothSegments) {
+  EXPECT_EQ(Corner(0, 0, 10, 0, 20, 0), -kHalfPi);
+  EXPECT_EQ(Corner(0, 0, 10, 0, 0, 0), 0.0);
   const double corners[][6] = {
       {0, 0, 10, 0, 13, -7}, {0, 0, 10, 0, 2, 3}, {5, 5, 1, 9, -20, 8}, {0, 0, 4, 3, 8, 0}};
   for (const auto& c : corners) {
