@@ -20,8 +20,8 @@ TEST(CRectDouble, PtInRectKeepsLeftAndTopButNotRightAndBottom) {
   const struct {
     double x, y;
     int inside;
-  } cases[] = {{0, 10, 1},      {10, 5, 0},       {5, 0, 0},       {-5e-11, 5, 1}, {5, 10 + 5e-11, 1},
-               {10 - 5e-11, 5, 0}, {5, 5e-11, 0}, {-2e-10, 5, 0},  {9.9999, 1e-9, 1}, {kNan, 5, 0}};
+  } cases[] = {{0, 10, 1},          {10, 5, 0},       {5, 0, 0},      {-1e-10, 5, 1},    {5, 10 + 1e-10, 1},
+               {10 - 1e-10, 5, 0}, {5, 1e-10, 0},    {-2e-10, 5, 0}, {9.9999, 1e-9, 1}, {kNan, 5, 0}};
   for (const auto& c : cases) EXPECT_EQ(r.PtInRect(CPointDouble(c.x, c.y, 77)), c.inside) << c.x << ", " << c.y;
   EXPECT_EQ(r.IsTriangleInside({0, 10, 0}, {5, 5, 0}, {9, 1, 0}), 1);
   EXPECT_EQ(r.IsTriangleInside({0, 10, 0}, {5, 5, 0}, {10, 1, 0}), 0);
