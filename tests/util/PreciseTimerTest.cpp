@@ -17,7 +17,8 @@ TEST(PreciseTimer, ReadsZeroUntilStartedThenRunsUntilStopped) {
   EXPECT_GE(running, 20000);
   std::this_thread::sleep_for(std::chrono::milliseconds(2));
   timer.StopTimer();
-  const auto outer = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - outerStart);
+  const auto outer =
+      std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - outerStart);
   const std::int64_t frozen = timer.GetTime();
   EXPECT_GE(frozen, running + 2000);
   EXPECT_LE(frozen, outer.count() + 1);
