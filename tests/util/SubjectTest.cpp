@@ -25,19 +25,12 @@ class LoggingObserver : public CObserver {
     if (m_onNotify) m_onNotify();
     return 0;
   }
-  void OnNotify(std::function<void()> action) { m_onNotify = std::move(action); }
+  std::function<void()> m_onNotify;
 
  private:
   std::string m_name;
   std::vector<Call>& m_log;
-  std::function<void()> m_onNotify;
 };
-
-std::vector<std::string> Names(const std::vector<Call>& log) {
-  std::vector<std::string> names;
-  for (const Call& call : log) names.push_back(call.observer);
-  return names;
-}
 
 class SubjectWithThree : public ::testing::Test {
  protected:
@@ -46,95 +39,74 @@ class SubjectWithThree : public ::testing::Test {
     subject.Attach(&b);
     subject.Attach(&c);
   }
+  std::vector<std::string> Notified(unsigned int code) {
+    log.clear();
+    EXPECT_EQ(subject.NotifyAll(code), 1);
+    std::vector<std::string> names;
+    for (const Call& call : log) names.push_back(call.observer);
+    return names;
+  }
+
   std::vector<Call> log;
   LoggingObserver a{"a", log}, b{"b", log}, c{"c", log};
   CSubject subject;
 };
 
+using Names = std::vector<std::string>;
+
 }  // namespace
 
-TEST(Subject, AttachCountsEachObserverOnceAndIgnoresNull) {
+TEST(Subject, AttachAndDetachKeepEachObserverOnceAndReportTheCount) {
   std::vector<Call> log;
   LoggingObserver a("a", log), b("b", log);
   CSubject subject;
+  EXPECT_EQ(subject.NotifyAll(5), 1);  // nobody to tell
+  EXPECT_EQ(subject.Detach(&a), 0);
   EXPECT_EQ(subject.Attach(&a), 1);
   EXPECT_EQ(subject.Attach(&a), 1);
   EXPECT_EQ(subject.Attach(nullptr), 1);
+  EXPECT_EQ(subject.IsAttached(nullptr), 0);
   EXPECT_EQ(subject.Attach(&b), 2);
   EXPECT_EQ(subject.IsAttached(&a), 1);
-  EXPECT_EQ(subject.IsAttached(nullptr), 0);
-}
-
-TEST(Subject, DetachReportsWhatIsLeft) {
-  std::vector<Call> log;
-  LoggingObserver a("a", log), b("b", log);
-  CSubject subject;
-  EXPECT_EQ(subject.Detach(&a), 0);
-  subject.Attach(&a);
-  EXPECT_EQ(subject.Detach(&b), 1);
-  EXPECT_EQ(subject.Detach(&a), 0);
+  EXPECT_EQ(subject.Detach(&a), 1);
+  EXPECT_EQ(subject.Detach(&a), 1);
   EXPECT_EQ(subject.IsAttached(&a), 0);
 }
 
-TEST(Subject, NotifyingNobodySucceeds) {
-  CSubject subject;
-  EXPECT_EQ(subject.NotifyAll(5), 1);
-}
-
-TEST(Observer, BaseClassIgnoresTheNotification) {
-  CObserver observer;
-  CSubject subject;
-  subject.Attach(&observer);
-  EXPECT_EQ(observer.Notify(1, &subject), 1);
-  EXPECT_EQ(subject.NotifyAll(1), 1);
-}
-
-TEST_F(SubjectWithThree, NotifiesInAttachmentOrderWithCodeAndSubject) {
-  EXPECT_EQ(subject.NotifyAll(42), 1);
+TEST_F(SubjectWithThree, NotifiesInAttachmentOrderAndAReattachedObserverLast) {
+  subject.NotifyAll(42);
   EXPECT_EQ(log, (std::vector<Call>{{"a", 42, &subject}, {"b", 42, &subject}, {"c", 42, &subject}}));
-}
-
-TEST_F(SubjectWithThree, ReattachedObserverMovesToTheEnd) {
   subject.Detach(&a);
   subject.Attach(&a);
-  subject.NotifyAll(1);
-  EXPECT_EQ(Names(log), (std::vector<std::string>{"b", "c", "a"}));
+  EXPECT_EQ(Notified(1), (Names{"b", "c", "a"}));
   subject.DetachAll();
   EXPECT_EQ(subject.Attach(&b), 1);
 }
 
-TEST_F(SubjectWithThree, ObserverDetachingItselfLetsTheOthersBeNotified) {
-  b.OnNotify([this] { subject.Detach(&b); });
-  subject.NotifyAll(1);
-  EXPECT_EQ(Names(log), (std::vector<std::string>{"a", "b", "c"}));
-  EXPECT_EQ(subject.IsAttached(&b), 0);
-}
-
-TEST_F(SubjectWithThree, ObserverDetachingTheNextOneSkipsIt) {
-  a.OnNotify([this] { subject.Detach(&b); });
-  subject.NotifyAll(1);
-  EXPECT_EQ(Names(log), (std::vector<std::string>{"a", "c"}));
-}
-
-TEST_F(SubjectWithThree, ObserverDetachingAnEarlierOneDoesNotRepeatItself) {
-  b.OnNotify([this] { subject.Detach(&a); });
-  subject.NotifyAll(1);
-  EXPECT_EQ(Names(log), (std::vector<std::string>{"a", "b", "c"}));
-}
-
-TEST_F(SubjectWithThree, DetachAllDuringANotificationEndsIt) {
-  a.OnNotify([this] { subject.DetachAll(); });
-  subject.NotifyAll(1);
-  EXPECT_EQ(Names(log), (std::vector<std::string>{"a"}));
-}
-
-TEST_F(SubjectWithThree, ObserverAttachedByTheLastOneWaitsForTheNextNotification) {
+// The walk takes the next position before each call: a detached observer is not called
+// again and does not make anyone be skipped or called twice.
+TEST_F(SubjectWithThree, ChangesDuringANotificationTakeEffectAtOnce) {
   LoggingObserver late("late", log);
-  c.OnNotify([&] { subject.Attach(&late); });
-  subject.NotifyAll(1);
-  EXPECT_EQ(Names(log), (std::vector<std::string>{"a", "b", "c"}));
-  log.clear();
-  c.OnNotify(nullptr);
-  subject.NotifyAll(2);
-  EXPECT_EQ(Names(log), (std::vector<std::string>{"a", "b", "c", "late"}));
+  const struct {
+    const char* what;
+    LoggingObserver* actor;
+    std::function<void()> action;
+    Names notified;
+  } cases[] = {
+      {"b detaches itself", &b, [this] { subject.Detach(&b); }, {"a", "b", "c"}},
+      {"a detaches the next one", &a, [this] { subject.Detach(&b); }, {"a", "c"}},
+      {"b detaches an earlier one", &b, [this] { subject.Detach(&a); }, {"a", "b", "c"}},
+      {"a detaches all", &a, [this] { subject.DetachAll(); }, {"a"}},
+      {"the last attaches another", &c, [&] { subject.Attach(&late); }, {"a", "b", "c"}},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.what);
+    subject.DetachAll();
+    SetUp();
+    row.actor->m_onNotify = row.action;
+    EXPECT_EQ(Notified(1), row.notified);
+    row.actor->m_onNotify = nullptr;
+  }
+  EXPECT_EQ(subject.IsAttached(&late), 1);  // reached by the next notification only
+  EXPECT_EQ(Notified(2), (Names{"a", "b", "c", "late"}));
 }
