@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -33,12 +34,11 @@ std::vector<int> Xs(const CSymbolItem& item) {
 // Point i at (10(i + 1), −10(i + 1)) with the flag given by digit i.
 CSymbolItem Figure(const std::string& flags) {
   CSymbolItem item;
-  for (std::size_t i = 0; i < flags.size(); ++i) {
-    const int k = static_cast<int>(i) + 1;
-    item.m_ptPoints[i] = POINT{10 * k, -10 * k};
-    item.m_bPenDown[i] = static_cast<signed char>(flags[i] - '0');
+  item.m_nPoints = std::min(static_cast<int>(flags.size()), CSymbolItem::kMaxPoints);
+  for (int i = 0; i < item.m_nPoints; ++i) {
+    item.m_ptPoints[i] = POINT{10 * (i + 1), -10 * (i + 1)};
+    item.m_bPenDown[i] = static_cast<signed char>(flags[static_cast<std::size_t>(i)] - '0');
   }
-  item.m_nPoints = static_cast<int>(flags.size());
   return item;
 }
 
