@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cmath>
 #include <initializer_list>
 
 #include "DrawTestSupport.h"
@@ -35,7 +34,6 @@ const double kGap10 = 100 * kTenth;   // 10.000000149011612
 TEST(LineItemDraw, PatternOnAStraightLineEndsWithTheDashCutAtTheEndPoint) {
   const auto lines = Draw(Item(1, 0, {300}, {100}), {0, 100}, {0, 0});
   ASSERT_EQ(lines.size(), 3u);
-  EXPECT_EQ(kDash30, 30.000000447034836);
   // Eastwards the reversed direction is π, whose sine moves each step a few ulps below
   // the axis.
   double x = 0, y = 0;
@@ -48,7 +46,6 @@ TEST(LineItemDraw, PatternOnAStraightLineEndsWithTheDashCutAtTheEndPoint) {
   EXPECT_EQ(lines[1].x[0], 40.00000059604645);
   EXPECT_EQ(lines[2].x, (Coords{x, 100}));
   EXPECT_EQ(lines[2].y, (Coords{y, 0}));
-  EXPECT_NEAR(lines[2].x[0], 80.0000011920929, 1e-12);
 }
 
 TEST(LineItemDraw, DashCrossingAVertexIsTwoPiecesAndTheRemainderTurnsTheCorner) {
@@ -157,9 +154,10 @@ TEST(LineItemDraw, EmptyItemsAndShortDashedLinesDrawNothing) {
   ExpectNothingLeft(tally.Delta());
 }
 
-TEST(LineItemDraw, OwnPenIsMadeSelectedRestoredAndDeleted) {
+TEST(LineItemDraw, OwnPenIsMadeAndDeletedANegativeWidthUsesTheSelectedPen) {
   CRecordingDevice dc;
-  const HGDIOBJ before = GetCurrentObject(&dc, OBJ_PEN);
+  HPEN typePen = CreatePen(PS_SOLID, 7, RGB(0, 0, 255));
+  SelectObject(&dc, typePen);
   const Coords x{0, 100}, y{0, 0};
   const TallyScope tally;
   Item(5, 0, {300}, {100}).Draw(&dc, RGB(1, 2, 3), x.data(), y.data(), 2, nullptr);
@@ -169,40 +167,28 @@ TEST(LineItemDraw, OwnPenIsMadeSelectedRestoredAndDeleted) {
     EXPECT_EQ(p.pen.lopnWidth.x, 5);
     EXPECT_EQ(p.pen.lopnColor, RGB(1, 2, 3));
   }
-  EXPECT_EQ(GetCurrentObject(&dc, OBJ_PEN), before);
+  EXPECT_EQ(GetCurrentObject(&dc, OBJ_PEN), typePen);
   EXPECT_EQ(tally.Delta().pens.created, 1);
   ExpectNothingLeft(tally.Delta());
-}
 
-TEST(LineItemDraw, WithoutAPenOfItsOwnTheSelectedPenDrawsAndStaysSelected) {
-  CRecordingDevice dc;
-  HPEN typePen = CreatePen(PS_SOLID, 7, RGB(0, 0, 255));
-  SelectObject(&dc, typePen);
-  const Coords x{0, 100}, y{0, 0};
-  const TallyScope tally;
+  dc.Clear();
   Item(-1, 0, {}, {}).Draw(&dc, RGB(255, 0, 0), x.data(), y.data(), 2, nullptr);
   ASSERT_EQ(dc.Primitives().size(), 1u);
   EXPECT_EQ(dc.Primitives()[0].pen.lopnWidth.x, 7);
   EXPECT_EQ(dc.Primitives()[0].pen.lopnColor, RGB(0, 0, 255));
-  EXPECT_EQ(GetCurrentObject(&dc, OBJ_PEN), typePen);
-  EXPECT_EQ(tally.Delta().pens.created, 0);
+  EXPECT_EQ(tally.Delta().pens.created, 1);
   SelectObject(&dc, GetStockObject(BLACK_PEN));
   DeleteObject(typePen);
 }
 
-TEST(LineItemDraw, ContinuousItemIsOnePolylineAndAPositiveOffsetLiesRightOfTravel) {
+// Where the offset path itself lies is the business of the double-line tests.
+TEST(LineItemDraw, OffsetMovesContinuousAndDashedItemsRightOfTravel) {
   const double d = 150 * kTenth;
   auto lines = Draw(Item(0, 150, {}, {}), {0, 100, 100}, {0, 0, 100});
   ASSERT_EQ(lines.size(), 1u);
   ASSERT_EQ(lines[0].x.size(), 3u);
-  // East then north: right of travel is below the first leg and right of the second,
-  // with a mitred corner.
-  EXPECT_NEAR(lines[0].x[0], 0, 1e-12);
   EXPECT_EQ(lines[0].y[0], -d);
-  EXPECT_NEAR(lines[0].x[1], 100 + d, 1e-12);
-  EXPECT_NEAR(lines[0].y[1], -d, 1e-12);
   EXPECT_EQ(lines[0].x[2], 100 + d);
-  EXPECT_NEAR(lines[0].y[2], 100, 1e-12);
 
   lines = Draw(Item(0, -150, {300}, {100}), {0, 100}, {0, 0});  // dashed, to the left
   ASSERT_EQ(lines.size(), 3u);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "linestyle/LineType.h"
+#include "linestyle/LineTypeEquality.h"
 #include "platform/Profile.h"
 #include "platform/StringTable.h"
 #include "platform/Utf.h"
@@ -17,9 +18,6 @@
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr const char16_t* kRightDashes = u"-1,150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0";
-constexpr const char16_t* kLeftDashes = u"-1,-150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0";
 
 class LineTypeText : public ::testing::Test {
  protected:
@@ -34,11 +32,6 @@ class LineTypeText : public ::testing::Test {
   }
 
   std::u16string Path(const char* name) const { return vantrel1::FromUtf8((m_dir / name).string()); }
-  bool Exists(const char* name) const { return fs::exists(m_dir / name); }
-  std::string ReadBytes(const char* name) const {
-    std::ifstream in(m_dir / name, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-  }
   void WriteBytes(const char* name, const std::string& bytes) const {
     std::ofstream(m_dir / name, std::ios::binary) << bytes;
   }
@@ -48,20 +41,13 @@ class LineTypeText : public ::testing::Test {
     m_module = LoadStringModule(Path("strings.str").c_str());
     return m_module;
   }
+  int FromStrings(CLineType& line, int* id) { return line.FromFile(nullptr, nullptr, nullptr, m_module, id); }
 
   fs::path m_dir;
   HINSTANCE m_module = nullptr;
 };
 
 std::u16string Record(CLineItem& item) {
-  WCHAR buffer[512];
-  return item.ToAscii(buffer, 512);
-}
-std::u16string Record(CSymbolItem& item) {
-  WCHAR buffer[512];
-  return item.ToAscii(buffer, 512);
-}
-std::u16string Record(CTextItem& item) {
   WCHAR buffer[512];
   return item.ToAscii(buffer, 512);
 }
@@ -73,106 +59,74 @@ std::u16string Profile(const std::u16string& file, const char16_t* section, cons
 }
 
 TEST_F(LineTypeText, ReadsAChainOfStringsAndLeavesTheIdAfterIt) {
-  const HINSTANCE module = Module(
-      "100 \"1,2,0,0,dvostruka crtica\"\n"
-      "101 \"-1,150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\"\n"
-      "102 \"-1,-150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\"\n"
-      "103 \"0,1,0,0,talus\"\n"
-      "104 \"12,0,0,1,1,1,0,0,0,0,0,0,0,0,0,600,0,0,0,0,0,0,0,0,0\"\n");
-  ASSERT_NE(module, nullptr);
+  ASSERT_NE(Module("100 \"1,2,0,0,dvostruka crtica\"\n"
+                   "101 \"-1,150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\"\n"
+                   "102 \"-1,-150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\"\n"
+                   // Runs of commas are one separator; the name ends at a comma and is cut.
+                   "103 \"3,,1,0,0,,opis,ostatak\"\n"
+                   "104 \"-1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\"\n"
+                   "105 \"0,0,0,0,abcdefghijklmnopqrstuvwxyz0123456789\"\n"),
+            nullptr);
   CLineType line;
   int id = 100;
-  ASSERT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 1);
+  ASSERT_EQ(FromStrings(line, &id), 1);
   EXPECT_EQ(id, 103);
   EXPECT_EQ(std::u16string(line.GetDesc()), u"dvostruka crtica");
   EXPECT_EQ(line.GetPenWidth(), 1);
-  EXPECT_EQ(line.GetColor(), 0u);
-  EXPECT_EQ(line.GetFont(), nullptr);
   ASSERT_EQ(line.GetNLine(), 2);
-  EXPECT_EQ(line.GetNSymbol(), 0);
-  EXPECT_EQ(line.GetLineItem(0)->m_nOffset, 150);
-  EXPECT_EQ(line.GetLineItem(1)->m_nOffset, -150);
-  EXPECT_EQ(Record(*line.GetLineItem(0)), u"-1,150,1,0,0,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0");
+  EXPECT_EQ(Record(*line.GetLineItem(1)), u"-1,-150,1,0,0,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0");
 
-  ASSERT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 1);
-  EXPECT_EQ(id, 105);
-  EXPECT_EQ(std::u16string(line.GetDesc()), u"talus");
-  EXPECT_EQ(line.GetPenWidth(), 0);
-  EXPECT_EQ(line.GetNLine(), 1);
-}
-
-TEST_F(LineTypeText, HeaderFieldsAreSplitOnRunsOfCommasAndTheNameIsCut) {
-  const HINSTANCE module = Module(
-      "1 \"3,,1,0,0,,opis,ostatak\"\n"
-      "2 \"-1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\"\n"
-      "3 \"1,0,0,0,abcdefghijklmnopqrstuvwxyz0123456789\"\n");
-  CLineType line;
-  int id = 1;
-  ASSERT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 1);
+  ASSERT_EQ(FromStrings(line, &id), 1);
   EXPECT_EQ(line.GetPenWidth(), 3);
   EXPECT_EQ(line.GetNLine(), 1);
   EXPECT_EQ(std::u16string(line.GetDesc()), u"opis");
-  ASSERT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 1);
+  ASSERT_EQ(FromStrings(line, &id), 1);
+  EXPECT_EQ(id, 106);
   EXPECT_EQ(std::u16string(line.GetDesc()), u"abcdefghijklmnopqrstuvwxyz01234");
+  EXPECT_EQ(line.GetPenWidth(), 0);
   EXPECT_EQ(line.IsComplexLine(), 0);
 }
 
-TEST_F(LineTypeText, RefusesBadHeadersAfterMovingPastWhatItRead) {
-  const HINSTANCE module = Module(
-      "10 \"1,251,0,0,previse\"\n"
-      "20 \"1,250,0,0,dovoljno\"\n"
-      "30 \"1,0,0,251,previse\"\n"
-      "40 \"1,2,0,0\"\n");
+TEST_F(LineTypeText, RefusesBadHeadersAndItemsAfterMovingPastWhatItRead) {
+  Module("10 \"1,251,0,0,previse\"\n"
+         "20 \"1,250,0,0,dovoljno\"\n"
+         "30 \"1,0,0,251,previse\"\n"
+         "40 \"1,2,0,0\"\n"
+         "60 \"1,3,0,0,prekinuta\"\n"
+         "61 \"-1,150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\"\n"
+         "62 \"1,2,3\"\n");
+  struct Case {
+    int id;
+    int after;
+  };
+  const Case cases[] = {
+      {10, 11}, {20, 22},  // 250 items pass the header; the chain fails on the first missing one
+      {30, 31}, {40, 41},  {50, 51}, {60, 63}, {-1, 0}, {INT_MAX, INT_MAX},
+  };
   CLineType line;
-  int id = 10;
-  EXPECT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 0);
-  EXPECT_EQ(id, 11);
-  // 250 items pass the header; the chain then fails on its first missing record.
-  id = 20;
-  EXPECT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 0);
-  EXPECT_EQ(id, 22);
-  id = 30;
-  EXPECT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 0);
-  id = 40;
-  EXPECT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 0);
-  EXPECT_EQ(id, 41);
-  id = 50;
-  EXPECT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 0);
-  EXPECT_EQ(id, 51);
-  EXPECT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, nullptr), 0);
-  id = -1;
-  EXPECT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 0);
-  EXPECT_EQ(id, 0);
-  id = INT_MAX;
-  EXPECT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 0);
-  EXPECT_EQ(id, INT_MAX);
-}
-
-TEST_F(LineTypeText, AFailedItemLeavesWhatWasReadAndTheIdPastTheBadRecord) {
-  const HINSTANCE module = Module(
-      "1 \"1,3,0,0,prekinuta\"\n"
-      "2 \"-1,150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\"\n"
-      "3 \"1,2,3\"\n"
-      "4 \"-1,-150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\"\n");
-  CLineType line;
-  int id = 1;
-  EXPECT_EQ(line.FromFile(nullptr, nullptr, nullptr, module, &id), 0);
-  EXPECT_EQ(id, 4);
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.id);
+    int id = c.id;
+    EXPECT_EQ(FromStrings(line, &id), 0);
+    EXPECT_EQ(id, c.after);
+  }
+  // What was read before the bad item stays.
+  EXPECT_EQ(line.FromFile(nullptr, nullptr, nullptr, m_module, nullptr), 0);
+  int id = 60;
+  FromStrings(line, &id);
   EXPECT_EQ(line.GetNLine(), 1);
   EXPECT_EQ(std::u16string(line.GetDesc()), u"prekinuta");
 }
 
 TEST_F(LineTypeText, WritesASectionAndReadsItBack) {
   CLineType source;
-  CLineItem dashes;
-  ASSERT_EQ(dashes.FromAscii(kRightDashes), 1);
   CLineItem left;
-  ASSERT_EQ(left.FromAscii(kLeftDashes), 1);
+  ASSERT_EQ(left.FromAscii(u"-1,-150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0"), 1);
   CSymbolItem arrow;
   ASSERT_EQ(arrow.FromAscii(u"B0.3,1,0,1000,0,0,2,4,0,0,0,-800,300,1,-800,-300,1,0,0,1"), 1);
   CTextItem label;
   ASSERT_EQ(label.FromAscii(u"1.5,900,2,4000,0.25,-30,kota"), 1);
-  source.AddLineItem(&dashes);
+  source.AddLineItem(&left);
   source.AddLineItem(&left);
   source.AddSymbolItem(&arrow);
   source.AddTextItem(&label);
@@ -181,15 +135,15 @@ TEST_F(LineTypeText, WritesASectionAndReadsItBack) {
   LOGFONTW font{};
   font.lfHeight = -24;
   font.lfWeight = 700;
-  font.lfCharSet = 238;
   std::char_traits<WCHAR>::copy(font.lfFaceName, u"DejaVu Sans", 12);
   source.SetFont(&font);
 
   const std::u16string file = Path("linije.lin");
   ASSERT_EQ(source.ToFile(nullptr, file.c_str(), u"LineType0"), 1);
-  const std::string bytes = ReadBytes("linije.lin");
+  std::ifstream in(m_dir / "linije.lin", std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
   EXPECT_NE(bytes.find("LineDesc=3,2,1,1,postoje\xC4\x87i zid\r\n"), std::string::npos) << bytes;
-  EXPECT_NE(bytes.find("LineItem1=-1,-150,1,0,0,300,"), std::string::npos) << bytes;
+  EXPECT_NE(bytes.find("LineItem1=-1,-150,1,0,0,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\r\n"), std::string::npos);
   EXPECT_NE(bytes.find("SymbolItem0=B0.3,1,0,1000,0,0,2,4,0,0,0,-800,300,1,-800,-300,1,0,0,1\r\n"), std::string::npos);
   EXPECT_NE(bytes.find("TextItem0=1.5,900,2,4000,0.25,-30,kota\r\n"), std::string::npos);
   WCHAR fontText[FNT_TEXT_SIZE];
@@ -198,17 +152,7 @@ TEST_F(LineTypeText, WritesASectionAndReadsItBack) {
 
   CLineType copy;
   ASSERT_EQ(copy.FromFile(nullptr, file.c_str(), u"LineType0", nullptr, nullptr), 1);
-  EXPECT_EQ(std::u16string(copy.GetDesc()), u"postojeći zid");
-  EXPECT_EQ(copy.GetPenWidth(), 3);
-  ASSERT_EQ(copy.GetNLine(), 2);
-  EXPECT_EQ(Record(*copy.GetLineItem(1)), Record(left));
-  ASSERT_EQ(copy.GetNSymbol(), 1);
-  EXPECT_EQ(Record(*copy.GetSymbolItem(0)), Record(arrow));
-  ASSERT_EQ(copy.GetNText(), 1);
-  EXPECT_EQ(Record(*copy.GetTextItem(0)), u"1.5,900,2,4000,0.25,-30,kota");
-  ASSERT_NE(copy.GetFont(), nullptr);
-  EXPECT_EQ(copy.GetFont()->lfHeight, -24);
-  EXPECT_EQ(std::u16string(copy.GetFont()->lfFaceName), u"DejaVu Sans");
+  EXPECT_TRUE(vantrel1::testing::SameLineType(copy, source));
 }
 
 TEST_F(LineTypeText, ASectionWithoutAUsableFontHasNone) {
@@ -234,7 +178,7 @@ TEST_F(LineTypeText, AnItemTooLongForItsRecordStopsTheWriteBeforeTheFlush) {
   EXPECT_EQ(line.ToFile(nullptr, file.c_str(), u"LineType0"), 0);
   // The header was written but never reached the disk.
   EXPECT_EQ(Profile(file, u"LineType0", u"LineDesc"), u"1,0,1,0,preduga");
-  EXPECT_FALSE(Exists("preduga.lin"));
+  EXPECT_FALSE(fs::exists(m_dir / "preduga.lin"));
   WritePrivateProfileStringW(u"LineType0", nullptr, nullptr, file.c_str());
 }
 

@@ -88,17 +88,15 @@ TEST(SymbolItemDraw, StartIsAPercentageOfTheIntervalInWholeTenths) {
 }
 
 TEST(SymbolItemDraw, RemainingDistanceCarriesOverAVertexAndTheFigureTurnsWithItsSegment) {
-  const auto lines = DrawLine(Tick(), {0, 50, 50}, {0, 0, 100});
+  auto lines = DrawLine(Tick(), {0, 50, 50}, {0, 0, 100});
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_EQ(Heading(lines[0]), 0.0);
   EXPECT_EQ(lines[1].y[0], 100.00000149011612 - 50);
   EXPECT_NEAR(lines[1].x[0], 50, 1e-12);
   EXPECT_EQ(lines[1].y[1] - lines[1].y[0], kTen);  // pointing north
   EXPECT_NEAR(lines[1].x[1], lines[1].x[0], 1e-12);
-}
 
-TEST(SymbolItemDraw, ExtraAngleTurnsEveryFigure) {
-  const auto lines = DrawLine(Tick(), {0, 150}, {0, 0}, kPi / 2);
+  lines = DrawLine(Tick(), {0, 150}, {0, 0}, kPi / 2);  // the extra angle turns every figure
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_NEAR(Heading(lines[1]), kPi / 2, 1e-12);
 }
@@ -174,7 +172,7 @@ TEST(SymbolItemDraw, ShiftMovesTheOriginToTheRightOfTheFigureAndScalesMultiply) 
   EXPECT_EQ(item.m_dScale, 2.0);
 }
 
-TEST(SymbolItemDraw, FilledFigureIsAPolygonWithABrushOfTheColourAndNoVisibleOutline) {
+TEST(SymbolItemDraw, FilledFigureIsAPolygonWithNoVisibleOutlineAnOpenOneIsStroked) {
   // The built-in filled triangle: scale 2, points (50, 86), (100, 0), (0, 0), all pen-down.
   CSymbolItem item = Figure({{50, 86, 1}, {100, 0, 1}, {0, 0, 1}});
   item.m_dScale = 2;
@@ -197,19 +195,15 @@ TEST(SymbolItemDraw, FilledFigureIsAPolygonWithABrushOfTheColourAndNoVisibleOutl
   EXPECT_EQ(GetCurrentObject(&dc, OBJ_BRUSH), brush);
   EXPECT_EQ(tally.Delta().pens.created, 1);
   EXPECT_EQ(tally.Delta().brushes.created, 1);
-  ExpectNothingLeft(tally.Delta());
-}
 
-TEST(SymbolItemDraw, OpenFigureIsStrokedWithAPenOfItsWidthAndTheColour) {
-  CRecordingDevice dc;
-  const TallyScope tally;
+  dc.Clear();
   Tick().Draw(&dc, RGB(10, 20, 30), 0.0, 0.0, nullptr, 1.0, 0);
   ASSERT_EQ(dc.Primitives().size(), 1u);
-  const RecordedPrimitive& p = dc.Primitives()[0];
-  EXPECT_EQ(p.kind, PrimitiveKind::Polyline);
-  EXPECT_EQ(p.pen.lopnStyle, static_cast<UINT>(PS_SOLID));
-  EXPECT_EQ(p.pen.lopnWidth.x, 2);
-  EXPECT_EQ(p.pen.lopnColor, RGB(10, 20, 30));
-  EXPECT_EQ(tally.Delta().brushes.created, 0);
+  const RecordedPrimitive& open = dc.Primitives()[0];
+  EXPECT_EQ(open.kind, PrimitiveKind::Polyline);
+  EXPECT_EQ(open.pen.lopnStyle, static_cast<UINT>(PS_SOLID));
+  EXPECT_EQ(open.pen.lopnWidth.x, 2);
+  EXPECT_EQ(open.pen.lopnColor, RGB(10, 20, 30));
+  EXPECT_EQ(tally.Delta().brushes.created, 1);
   ExpectNothingLeft(tally.Delta());
 }

@@ -36,6 +36,7 @@ std::vector<const RecordedPrimitive*> Texts(const CRecordingDevice& dc) {
 
 TEST(TextItemDraw, CopiesAlongTheLineAreCentredOnTheirPointsAndTurnedToIt) {
   CRecordingDevice dc;
+  SetBkMode(&dc, OPAQUE);
   const Coords x{0, 220}, y{0, 0};
   const TallyScope tally;
   Stars().Draw(&dc, &dc, x.data(), y.data(), 2, &kFont, nullptr, 1.0, 0);
@@ -48,6 +49,10 @@ TEST(TextItemDraw, CopiesAlongTheLineAreCentredOnTheirPointsAndTurnedToIt) {
   EXPECT_EQ(texts[1]->textAlign, TA_BASELINE | TA_CENTER);
   EXPECT_EQ(texts[1]->font.lfEscapement, 0);
   EXPECT_EQ(texts[1]->font.lfHeight, 10);
+  // The item's background mode holds for every copy and the context's comes back.
+  EXPECT_EQ(texts[0]->bkMode, TRANSPARENT);
+  EXPECT_EQ(texts[1]->bkMode, TRANSPARENT);
+  EXPECT_EQ(GetBkMode(&dc), OPAQUE);
   EXPECT_EQ(GetTextAlign(&dc), TA_LEFT | TA_TOP);
   ExpectNothingLeft(tally.Delta());
   EXPECT_EQ(tally.Delta().fonts.created, 2);
@@ -83,20 +88,6 @@ TEST(TextItemDraw, OffsetLiesRightOfTravelAndTheItemsAngleAddsToTheLines) {
   EXPECT_EQ(Texts(dc)[0]->x[0], 5.0);
   EXPECT_EQ(Texts(dc)[0]->y[0], 50.0 - 3.0);
   EXPECT_EQ(Texts(dc)[0]->font.lfEscapement, 0);
-}
-
-TEST(TextItemDraw, BackgroundModeHoldsForEveryCopyAndIsRestored) {
-  CRecordingDevice dc;
-  SetBkMode(&dc, TRANSPARENT);
-  const Coords x{0, 220}, y{0, 0};
-  CTextItem item = Stars();
-  item.m_nBkMode = OPAQUE;
-  item.Draw(&dc, &dc, x.data(), y.data(), 2, &kFont, nullptr, 1.0, 0);
-  const auto texts = Texts(dc);
-  ASSERT_EQ(texts.size(), 2u);
-  EXPECT_EQ(texts[0]->bkMode, OPAQUE);
-  EXPECT_EQ(texts[1]->bkMode, OPAQUE);
-  EXPECT_EQ(GetBkMode(&dc), TRANSPARENT);
 }
 
 TEST(TextItemDraw, WithoutAFontTheAttributeContextsFontIsRebuiltAndScaled) {

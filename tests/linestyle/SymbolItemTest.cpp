@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "linestyle/SymbolItem.h"
 #include "platform/Archive.h"
 #include "platform/RecordingMessageSink.h"
+#include "platform/Utf.h"
 #include "suite/CoordBaseX.h"
 
 namespace {
@@ -29,108 +31,80 @@ std::vector<int> Xs(const CSymbolItem& item) {
   return xs;
 }
 
-CSymbolItem Figure(const char* flags) {
+// Point i at (10(i + 1), −10(i + 1)) with the flag given by digit i.
+CSymbolItem Figure(const std::string& flags) {
   CSymbolItem item;
-  const int n = static_cast<int>(std::char_traits<char>::length(flags));
-  for (int i = 0; i < n; ++i) {
+  item.m_nPoints = std::min(static_cast<int>(flags.size()), CSymbolItem::kMaxPoints);
+  for (int i = 0; i < item.m_nPoints; ++i) {
     item.m_ptPoints[i] = POINT{10 * (i + 1), -10 * (i + 1)};
-    item.m_bPenDown[i] = static_cast<signed char>(flags[i] - '0');
+    item.m_bPenDown[i] = static_cast<signed char>(flags[static_cast<std::size_t>(i)] - '0');
   }
-  item.m_nPoints = n;
   return item;
+}
+
+int LoadFailure(const std::vector<BYTE>& bytes) {
+  CArchive in(bytes);
+  CSymbolItem item;
+  try {
+    item.Serialize(in);
+  } catch (const CArchiveException& e) {
+    return e.m_cause;
+  }
+  return CArchiveException::none;
 }
 
 }  // namespace
 
 TEST(SymbolItemRecords, DefaultsAndConstructor) {
   CSymbolItem item;
-  EXPECT_EQ(item.m_dScale, 1.0);
-  EXPECT_EQ(item.m_nInterval, 1000);
-  EXPECT_EQ(item.m_nMode, 1);
-  EXPECT_EQ(item.m_nPoints, 0);
-  EXPECT_EQ(item.m_bPenDown[0], 0);
-  EXPECT_EQ(item.m_bPenDown[1], 1);
-  EXPECT_EQ(item.m_bPenDown[19], 1);
   EXPECT_EQ(Record(item), u"B1,0,0,1000,0,0,1,0");
+  EXPECT_EQ(item.m_bPenDown[0], 0);
+  EXPECT_EQ(item.m_bPenDown[19], 1);
 
   const SIZE points[2] = {{100, 0}, {0, -25}};
   const char penDown[2] = {0, 1};
-  CSymbolItem made(-2.0, 1, 3, 400, 50, points, penDown, 2, 7, 6);
+  CSymbolItem made(-2.0, 1, 3, 400, 50, points, penDown, 2, 7, 6);  // a scale ≤ 0 becomes 1
   EXPECT_EQ(Record(made), u"B1,1,3,400,0.5,7,6,2,100,0,0,0,-25,1");
-  CSymbolItem many(2.5, 0, 1, 400, 0, nullptr, nullptr, 5, 0, 0);
-  EXPECT_EQ(many.m_nPoints, 0);
+  CSymbolItem pointless(2.5, 0, 1, 400, 0, nullptr, nullptr, 5, 0, 0);
+  EXPECT_EQ(pointless.m_nPoints, 0);
 }
 
-TEST(SymbolItemRecords, ReadsPlainRecord) {
-  CSymbolItem item;
-  ASSERT_EQ(item.FromAscii(u"1,0,1,400,0,1,0,200,1"), 1);
-  EXPECT_EQ(item.m_dScale, 1.0);
-  EXPECT_EQ(item.m_nFill, 0);
-  EXPECT_EQ(item.m_nPenWidth, 1);
-  EXPECT_EQ(item.m_nInterval, 400);
-  EXPECT_EQ(item.m_nStart, 0);
-  EXPECT_EQ(item.m_nMode, 0);
-  EXPECT_EQ(item.m_nShift, 0);
-  ASSERT_EQ(item.m_nPoints, 1);
-  EXPECT_EQ(item.m_ptPoints[0].x, 0);
-  EXPECT_EQ(item.m_ptPoints[0].y, 200);
-  EXPECT_EQ(item.m_bPenDown[0], 1);
-
-  ASSERT_EQ(item.FromAscii(u"1.5,1,1,20000,0.15,4,0,25,1,100,0,1,0,-25,1,0,0,1"), 1);
-  EXPECT_EQ(item.m_dScale, 1.5);
-  EXPECT_EQ(item.m_nStart, 15);
-  EXPECT_EQ(Xs(item), (std::vector<int>{0, 100, 0, 0}));
-  EXPECT_EQ(Flags(item), "1111");
-}
-
-TEST(SymbolItemRecords, IntervalAndStartSelectThePlacementMode) {
+// Every form is read over an item that already has points, a shift and a mode, and written
+// back in the "B" form: the plain and "A" forms reset the shift and take the mode from the
+// interval and start; the record's start fraction becomes a truncated percentage.
+TEST(SymbolItemRecords, ReadsEveryFormAndWritesTheBForm) {
   struct Case {
-    const char16_t* record;
-    int mode, interval, start;
+    const char16_t* in;
+    const char16_t* out;
   };
   const Case cases[] = {
-      {u"1,0,1,0,0,1,0,200,1", 4, 1000, 0},      {u"1,0,1,-5,0.5,1,0,200,1", 4, 1000, 50},
-      {u"4,1,1,0,-1,1,0,25,1", 5, 1000, 0},      {u"4,1,1,0,-2,1,0,25,1", 6, 1000, 0},
-      {u"4,1,1,300,-3,1,0,25,1", 7, 300, 0},     {u"4,1,1,300,-1.5,1,0,25,1", 6, 300, 0},
-      {u"4,1,1,300,0.33333,1,0,25,1", 0, 300, 33}, {u"4,1,1,300,0.16667,1,0,25,1", 0, 300, 16},
-      {u"4,1,1,300,0.29,1,0,25,1", 0, 300, 28},  {u"4,1,1,300,1e300,1,0,25,1", 0, 300, 2147483647},
+      {u"1,0,1,400,0,1,0,200,1", u"B1,0,1,400,0,0,0,1,0,200,1"},
+      {u"1.5,1,1,20000,0.15,4,0,25,1,100,0,1,0,-25,1,0,0,1", u"B1.5,1,1,20000,0.15,0,0,4,0,25,1,100,0,1,0,-25,1,0,0,1"},
+      // An interval below 1 means interior vertices; a negative start the ends as well.
+      {u"1,0,1,0,0.5,1,0,200,1", u"B1,0,1,1000,0.5,0,4,1,0,200,1"},
+      {u"4,1,1,0,-1,1,0,25,1", u"B4,1,1,1000,0,0,5,1,0,25,1"},
+      {u"4,1,1,300,-1.5,1,0,25,1", u"B4,1,1,300,0,0,6,1,0,25,1"},
+      {u"4,1,1,300,-2,1,0,25,1", u"B4,1,1,300,0,0,6,1,0,25,1"},
+      {u"4,1,1,300,-3,1,0,25,1", u"B4,1,1,300,0,0,7,1,0,25,1"},
+      {u"4,1,1,300,0.16667,1,0,25,1", u"B4,1,1,300,0.16,0,0,1,0,25,1"},
+      {u"4,1,1,300,0.29,1,0,25,1", u"B4,1,1,300,0.28,0,0,1,0,25,1"},  // 0.29 × 100 < 29
+      {u"4,1,1,300,1e300,1,0,25,1", u"B4,1,1,300,21474836.47,0,0,1,0,25,1"},
+      {u"A2,1,1,0,-2,-50,2,100,0,0,0,30,1", u"B2,1,1,1000,0,-50,6,2,100,0,0,0,30,1"},
+      {u"B1,0,1,400,0,0,3,1,0,200,1", u"B1,0,1,400,0,0,3,1,0,200,1"},
+      {u"B0.3,1,0,1000,0,0,2,4,0,0,0,-800,300,1,-800,-300,1,0,0,1",
+       u"B0.3,1,0,1000,0,0,2,4,0,0,0,-800,300,1,-800,-300,1,0,0,1"},
+      // No points: no further fields needed, and a negative count is kept.
+      {u"1,0,1,400,0,0", u"B1,0,1,400,0,0,0,0"},
+      {u"B1,0,1,400,0,0,2,-4", u"B1,0,1,400,0,0,2,-4"},
   };
   for (const Case& c : cases) {
-    CSymbolItem item;
-    ASSERT_EQ(item.FromAscii(c.record), 1) << vantrel1::ToUtf8(c.record);
-    EXPECT_EQ(item.m_nMode, c.mode) << vantrel1::ToUtf8(c.record);
-    EXPECT_EQ(item.m_nInterval, c.interval) << vantrel1::ToUtf8(c.record);
-    EXPECT_EQ(item.m_nStart, c.start) << vantrel1::ToUtf8(c.record);
+    SCOPED_TRACE(vantrel1::ToUtf8(c.in));
+    CSymbolItem item = Figure("111");
+    item.m_nShift = 9;
+    item.m_nMode = 3;
+    ASSERT_EQ(item.FromAscii(c.in), 1);
+    EXPECT_EQ(Record(item), c.out);
   }
-}
-
-TEST(SymbolItemRecords, PrefixedFormsCarryShiftAndMode) {
-  CSymbolItem item;
-  ASSERT_EQ(item.FromAscii(u"B1,0,1,400,0,0,3,1,0,200,1"), 1);
-  EXPECT_EQ(item.m_nMode, 3);
-  EXPECT_EQ(item.m_nShift, 0);
-  EXPECT_EQ(item.m_nPoints, 1);
-
-  ASSERT_EQ(item.FromAscii(u"A2,1,1,0,-2,-50,2,100,0,0,0,30,1"), 1);
-  EXPECT_EQ(item.m_dScale, 2.0);
-  EXPECT_EQ(item.m_nShift, -50);
-  EXPECT_EQ(item.m_nMode, 6);
-  EXPECT_EQ(Xs(item), (std::vector<int>{100, 0}));
-  EXPECT_EQ(Flags(item), "01");
-
-  // The built-in "B" record is written back exactly.
-  const std::u16string builtIn = u"B0.3,1,0,1000,0,0,2,4,0,0,0,-800,300,1,-800,-300,1,0,0,1";
-  ASSERT_EQ(item.FromAscii(builtIn.c_str()), 1);
-  EXPECT_EQ(Record(item), builtIn);
-}
-
-TEST(SymbolItemRecords, PointCountZeroNeedsNoFurtherFields) {
-  CSymbolItem item = Figure("111");
-  ASSERT_EQ(item.FromAscii(u"1,0,1,400,0,0"), 1);
-  EXPECT_EQ(item.m_nPoints, 0);
-  ASSERT_EQ(item.FromAscii(u"B1,0,1,400,0,0,2,-4"), 1);
-  EXPECT_EQ(item.m_nPoints, -4);
-  EXPECT_EQ(Record(item), u"B1,0,1,400,0,0,2,-4");
 }
 
 TEST(SymbolItemRecords, MissingFieldsFailAndKeepWhatWasRead) {
@@ -138,11 +112,10 @@ TEST(SymbolItemRecords, MissingFieldsFailAndKeepWhatWasRead) {
   EXPECT_EQ(item.FromAscii(u"2,1,1,1000,0,3,50,86,1,100,0,1,0"), 0);
   EXPECT_EQ(item.m_nPoints, 3);
   EXPECT_EQ(item.m_ptPoints[1].x, 100);
-  EXPECT_EQ(item.FromAscii(u"B1,0,1,400,0,0"), 0);
   EXPECT_EQ(item.FromAscii(u"3,0"), 0);
   EXPECT_EQ(item.m_dScale, 3.0);
-  EXPECT_EQ(item.FromAscii(u"B"), 0);
-  EXPECT_EQ(item.FromAscii(nullptr), 0);
+  for (const char16_t* bad : {u"B1,0,1,400,0,0", u"B", static_cast<const char16_t*>(nullptr)})
+    EXPECT_EQ(item.FromAscii(bad), 0);
 }
 
 TEST(SymbolItemRecords, RefusesMoreThanTwentyPoints) {
@@ -161,9 +134,8 @@ TEST(SymbolItemRecords, RefusesMoreThanTwentyPoints) {
 
 TEST(SymbolItemRecords, WritingFailsWhenTheBufferIsShort) {
   CSymbolItem item;
-  ASSERT_EQ(item.FromAscii(u"4,1,1,0,-2,2,0,25,1,-100,0,1"), 1);
+  ASSERT_EQ(item.FromAscii(u"B4,1,1,1000,0,0,6,2,0,25,1,-100,0,1"), 1);
   const std::u16string full = u"B4,1,1,1000,0,0,6,2,0,25,1,-100,0,1";
-  EXPECT_EQ(Record(item), full);
   EXPECT_EQ(Record(item, full.size() + 2), full);
   EXPECT_EQ(Record(item, full.size() + 1), u"<null>");
   EXPECT_EQ(Record(item, 19), u"<null>");  // the header and its terminator need 20
@@ -200,26 +172,10 @@ TEST(SymbolItemRecords, ArchiveLoadingRefusesOverfullFiguresAndShortPoints) {
   item.Serialize(out);
   std::vector<BYTE> bytes = out.GetBytes();
   bytes[24] = 21;
-  {
-    CArchive in(bytes);
-    CSymbolItem back;
-    try {
-      back.Serialize(in);
-      FAIL() << "21 points were accepted";
-    } catch (const CArchiveException& e) {
-      EXPECT_EQ(e.m_cause, CArchiveException::badIndex);
-    }
-  }
+  EXPECT_EQ(LoadFailure(bytes), CArchiveException::badIndex);
   bytes[24] = 4;
   bytes.resize(bytes.size() - 5);  // the last point's y and flag are missing
-  CArchive in(bytes);
-  CSymbolItem back;
-  try {
-    back.Serialize(in);
-    FAIL() << "a short point was accepted";
-  } catch (const CArchiveException& e) {
-    EXPECT_EQ(e.m_cause, CArchiveException::endOfFile);
-  }
+  EXPECT_EQ(LoadFailure(bytes), CArchiveException::endOfFile);
 }
 
 TEST(SymbolItemRecords, DeletingAMoveKeepsTheBreak) {
@@ -241,22 +197,26 @@ TEST(SymbolItemRecords, DeletingAMoveKeepsTheBreak) {
   EXPECT_EQ(Flags(other), "10");
 }
 
-TEST(SymbolItemRecords, CleaningRemovesRedundantMoves) {
-  CSymbolItem item = Figure("0010");
-  EXPECT_EQ(item.CleanPoints(), 2);
-  EXPECT_EQ(Flags(item), "01");
-  EXPECT_EQ(Xs(item), (std::vector<int>{20, 30}));
-
-  item = Figure("100");
-  EXPECT_EQ(item.CleanPoints(), 1);
-  item = Figure("000");
-  EXPECT_EQ(item.CleanPoints(), 0);
-  item = Figure("0101001");
-  EXPECT_EQ(item.CleanPoints(), 6);
-  EXPECT_EQ(Flags(item), "010101");
-  EXPECT_EQ(Xs(item), (std::vector<int>{10, 20, 30, 40, 60, 70}));
-  item = CSymbolItem();
-  EXPECT_EQ(item.CleanPoints(), 0);
+TEST(SymbolItemRecords, CleaningRemovesTrailingMovesAndMovesBeforeMoves) {
+  struct Case {
+    const char* flags;
+    const char* cleaned;
+    std::vector<int> xs;
+  };
+  const Case cases[] = {
+      {"0010", "01", {20, 30}},
+      {"100", "1", {10}},
+      {"000", "", {}},
+      {"0101001", "010101", {10, 20, 30, 40, 60, 70}},
+      {"", "", {}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.flags);
+    CSymbolItem item = Figure(c.flags);
+    EXPECT_EQ(item.CleanPoints(), static_cast<int>(c.xs.size()));
+    EXPECT_EQ(Flags(item), c.cleaned);
+    EXPECT_EQ(Xs(item), c.xs);
+  }
 }
 
 TEST(SymbolItemRecords, SetPolylineAppendsAStrokeRunBelowTwentyPoints) {
@@ -267,17 +227,16 @@ TEST(SymbolItemRecords, SetPolylineAppendsAStrokeRunBelowTwentyPoints) {
   ASSERT_EQ(item.SetPolyline(&line, &report, u"Oznaka", nullptr), 1);
   EXPECT_EQ(Flags(item), "01011");
   EXPECT_EQ(Xs(item), (std::vector<int>{10, 20, 150, 200, 4}));
-  EXPECT_EQ(item.m_ptPoints[2].y, -25);
   EXPECT_EQ(item.m_ptPoints[4].y, -7);
-  EXPECT_TRUE(sink.Requests().empty());
 
   CCoordBaseX base(10.0, 20.0, 10.0);
   PolylineVector near{{11.0, 19.0, 0.0}};
   ASSERT_EQ(item.SetPolyline(&near, &report, u"Oznaka", &base), 1);
   EXPECT_EQ(item.m_ptPoints[5].x, 10);
   EXPECT_EQ(item.m_ptPoints[5].y, -10);
+  EXPECT_TRUE(sink.Requests().empty());
 
-  // 6 + 14 points would make 20: refused, with the message when asked for.
+  // 6 + 14 points would make 20: refused, with the message only when asked for.
   PolylineVector longLine;
   for (int i = 0; i < 14; ++i) longLine.AddPoint(i, i);
   EXPECT_EQ(item.SetPolyline(&longLine, &report, u"Oznaka", nullptr), 0);
@@ -286,7 +245,6 @@ TEST(SymbolItemRecords, SetPolylineAppendsAStrokeRunBelowTwentyPoints) {
   EXPECT_EQ(sink.Requests()[0].kind, MessageKind::Error);
   EXPECT_EQ(sink.Requests()[0].id, 412u);
   EXPECT_EQ(sink.Requests()[0].text.substr(0, 9), u"Oznaka:  ");
-
   report = 0;
   EXPECT_EQ(item.SetPolyline(&longLine, &report, u"Oznaka", nullptr), 0);
   EXPECT_EQ(item.SetPolyline(&longLine, nullptr, u"Oznaka", nullptr), 0);
@@ -311,9 +269,9 @@ TEST(SymbolItemRecords, PolylinesAreStrokeRunsInHundredths) {
       {{5.999999865889549, 4.999999888241291, 0.0}, {7.999999821186066, -0.9999999776482582, 0.0}}};
   EXPECT_EQ(runs, expected);
 
+  // Neither an empty figure nor one of moves only adds a run.
   CSymbolItem empty;
   EXPECT_EQ(empty.GetPolylines(&runs), 1);
-  EXPECT_EQ(runs.size(), 2u);
   CSymbolItem moves = Figure("00");
   EXPECT_EQ(moves.GetPolylines(&runs), 1);
   EXPECT_EQ(runs.size(), 2u);
