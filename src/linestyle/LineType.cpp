@@ -213,13 +213,13 @@ void CLineType::Draw(HDC dc, HDC attribDC, const double* x, const double* y, lon
   if (m_nLine <= 0 && m_nSymbol < 1 && m_nText < 1) {
     PolylineClip(dc, x, y, n, clip, fill, &m_crColor);
   } else {
-    for (int i = 0; i < InUse(m_nLine, m_nMaxLine); ++i) m_pLineItems[i].Draw(dc, m_crColor, x, y, n, clip);
-    for (int i = 0; i < InUse(m_nSymbol, m_nMaxSymbol); ++i) {
+    for (int i = 0; i < UsedLines(); ++i) m_pLineItems[i].Draw(dc, m_crColor, x, y, n, clip);
+    for (int i = 0; i < UsedSymbols(); ++i) {
       m_pSymbolItems[i].Draw(dc, m_crColor, x, y, n, clip, 1.0, 0.0);
     }
     if (m_nTextMode != 2) {
       const COLORREF colour = m_nTextMode == 1 ? RGB(255, 255, 255) : m_crColor;
-      for (int i = 0; i < InUse(m_nText, m_nMaxText); ++i) {
+      for (int i = 0; i < UsedTexts(); ++i) {
         const COLORREF previous = SetTextColor(dc, colour);
         m_pTextItems[i].Draw(dc, attribDC, x, y, n, GetFont(), clip, 1.0, 0.0);
         SetTextColor(dc, previous);
@@ -236,9 +236,9 @@ void CLineType::Serialize(CArchive& ar) {
     ar << std::u16string_view(m_szDesc, vantrel1::ArrayTextLength(m_szDesc));
     if (m_bHaveFont == 1) SerializeFont(ar);
     ar << static_cast<std::int32_t>(m_hPen == nullptr ? 1 : 0);
-    for (int i = 0; i < InUse(m_nLine, m_nMaxLine); ++i) m_pLineItems[i].Serialize(ar);
-    for (int i = 0; i < InUse(m_nSymbol, m_nMaxSymbol); ++i) m_pSymbolItems[i].Serialize(ar);
-    for (int i = 0; i < InUse(m_nText, m_nMaxText); ++i) m_pTextItems[i].Serialize(ar);
+    for (int i = 0; i < UsedLines(); ++i) m_pLineItems[i].Serialize(ar);
+    for (int i = 0; i < UsedSymbols(); ++i) m_pSymbolItems[i].Serialize(ar);
+    for (int i = 0; i < UsedTexts(); ++i) m_pTextItems[i].Serialize(ar);
     return;
   }
 
@@ -282,3 +282,7 @@ void CLineType::SerializeFont(CArchive& ar) {
   ar >> m_lf.lfHeight >> m_lf.lfItalic >> m_lf.lfOrientation >> m_lf.lfOutPrecision >> m_lf.lfPitchAndFamily >>
       m_lf.lfQuality >> m_lf.lfStrikeOut >> m_lf.lfUnderline >> m_lf.lfWeight >> m_lf.lfWidth;
 }
+
+int CLineType::UsedLines() const { return InUse(m_nLine, m_pLineItems ? m_nMaxLine : 0); }
+int CLineType::UsedSymbols() const { return InUse(m_nSymbol, m_pSymbolItems ? m_nMaxSymbol : 0); }
+int CLineType::UsedTexts() const { return InUse(m_nText, m_pTextItems ? m_nMaxText : 0); }

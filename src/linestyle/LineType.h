@@ -112,4 +112,9 @@ class VANTREL1_EXPORT CLineType : public CObject {
 
  private:
   void SerializeFont(CArchive& ar);
+  // The items that can be touched without leaving their arrays, whatever the public
+  // counts have been set to.
+  int UsedLines() const;
+  int UsedSymbols() const;
+  int UsedTexts() const;
 };

@@ -158,17 +158,17 @@ int CLineType::FromFile(CVantrelAppBaseX* app, const WCHAR* file, const WCHAR* s
 
 int CLineType::ToFile(CVantrelAppBaseX* app, const WCHAR* file, const WCHAR* section) {
   WCHAR record[kRecordSize];
-  if (_snwprintf_s(record, kRecordSize, _TRUNCATE, u"%d,%d,%d,%d,%s", m_nPenWidth, m_nLine, m_nSymbol, m_nText,
-                   m_szDesc) < 0)
+  if (_snwprintf_s(record, kRecordSize, _TRUNCATE, u"%d,%d,%d,%d,%s", m_nPenWidth, UsedLines(), UsedSymbols(),
+                   UsedTexts(), m_szDesc) < 0)
     return 0;
   WriteKey(app, file, section, kHeaderKey, record);
   if (m_bHaveFont) {
     WCHAR font[FNT_TEXT_SIZE];
     if (FntToString(&m_lf, font) != nullptr) WriteKey(app, file, section, kFontKey, font);
   }
-  if (!WriteItems(app, file, section, kLineItemKey, m_pLineItems, m_nLine) ||
-      !WriteItems(app, file, section, kSymbolItemKey, m_pSymbolItems, m_nSymbol) ||
-      !WriteItems(app, file, section, kTextItemKey, m_pTextItems, m_nText))
+  if (!WriteItems(app, file, section, kLineItemKey, m_pLineItems, UsedLines()) ||
+      !WriteItems(app, file, section, kSymbolItemKey, m_pSymbolItems, UsedSymbols()) ||
+      !WriteItems(app, file, section, kTextItemKey, m_pTextItems, UsedTexts()))
     return 0;
   // The records are only on disk once the file is flushed; a flush that fails leaves the
   // file as it was, which the caller must hear about.

@@ -182,4 +182,23 @@ TEST_F(LineTypeText, AnItemTooLongForItsRecordStopsTheWriteBeforeTheFlush) {
   WritePrivateProfileStringW(u"LineType0", nullptr, nullptr, file.c_str());
 }
 
+// The counts are public fields; set beyond the arrays by hand, they must not take the
+// write past them.
+TEST_F(LineTypeText, CountsBeyondTheArraysWriteOnlyTheItemsThatExist) {
+  CLineType line;
+  CLineItem solid;
+  line.SetDesc(u"prebrojana");
+  line.AddLineItem(&solid);
+  line.m_nLine = 50;
+  line.m_nSymbol = 7;
+  line.m_nText = -3;
+  const std::u16string file = Path("prebrojana.lin");
+  ASSERT_EQ(line.ToFile(nullptr, file.c_str(), u"LineType0"), 1);
+  EXPECT_EQ(Profile(file, u"LineType0", u"LineDesc"), u"1,1,0,0,prebrojana");
+  EXPECT_EQ(Profile(file, u"LineType0", u"LineItem1"), u"");
+  CLineType copy;
+  EXPECT_EQ(copy.FromFile(nullptr, file.c_str(), u"LineType0", nullptr, nullptr), 1);
+  EXPECT_EQ(copy.m_nLine, 1);
+}
+
 }  // namespace
