@@ -26,6 +26,8 @@ namespace {
 
 using vantrel1::testing::SameLineType;
 
+std::u16string UserDesc(const CLineTypeTable& table, int index) { return table.m_pUserLines[index].GetDesc(); }
+
 // Byte-level builder of archives as the framework writes them.
 class ArchiveBytes {
  public:
@@ -35,12 +37,6 @@ class ArchiveBytes {
   }
   ArchiveBytes& Byte(BYTE value) {
     m_bytes.push_back(value);
-    return *this;
-  }
-  // The framework's 8-bit string: a length byte and the characters.
-  ArchiveBytes& Narrow(const std::string& text) {
-    Byte(static_cast<BYTE>(text.size()));
-    for (char c : text) Byte(static_cast<BYTE>(c));
     return *this;
   }
   // The Unicode string: 0xFF, 0xFFFE, a length byte and the UTF-16 units.
@@ -113,7 +109,7 @@ void LoadWithFont(CLineTypeTable& table) {
   table.m_pUserLines[40].SetFont(&lf);
 }
 
-class TempDir : public ::testing::Test {
+class TableFile : public ::testing::Test {
  protected:
   void SetUp() override {
     std::string pattern = (fs::temp_directory_path() / "vantrel1-table-XXXXXX").string();
@@ -122,6 +118,9 @@ class TempDir : public ::testing::Test {
   }
   void TearDown() override { fs::remove_all(m_dir); }
   std::u16string Path(const char* name) const { return vantrel1::FromUtf8((m_dir / name).string()); }
+  void WriteBytes(const char* name, const std::string& bytes) const {
+    std::ofstream(m_dir / name, std::ios::binary) << bytes;
+  }
   std::string ReadBytes(const char* name) const {
     std::ifstream in(m_dir / name, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
@@ -147,39 +146,6 @@ TEST(TableArchive, StartsWithVersionTwoAndTheCountsThenTheFirstSystemRecord) {
             expected.Bytes());
 }
 
-TEST(TableArchive, ReadsBackEqualLineTypesWhateverTheVersionSays) {
-  CLineTypeTable original;
-  std::vector<BYTE> bytes = Store(LoadBuiltIn(original));
-  bytes[0] = 7;
-  CLineTypeTable loaded;
-  loaded.m_nDefaultWidth = 5;
-  Load(loaded, bytes);
-  ExpectSameTables(loaded, original);
-  EXPECT_EQ(loaded.CheckValid(), 1);
-  EXPECT_EQ(loaded.m_nDefaultWidth, 5);  // not part of the archive
-}
-
-TEST(TableArchive, LoadsAnArchiveWrittenElsewhereWithoutSystemLineTypes) {
-  ArchiveBytes archive;
-  archive.Int(1).Int(1).Int(0);
-  // "ograda": red, pen width 1, one line item; its description in 8-bit form.
-  archive.Int(0x0000FF).Int(1).Int(1).Int(0).Int(0).Int(1).Int(0).Int(0).Int(0).Narrow("ograda").Int(1);
-  archive.Int(2).Int(-150).Int(1).Int(300).Int(100);
-  for (int i = 1; i < CLineItem::kMaxPairs; ++i) archive.Int(0).Int(0);
-
-  CLineTypeTable table;
-  Load(table, archive.Bytes());
-  ASSERT_EQ(table.m_nUserLines, 1);
-  EXPECT_EQ(table.m_nSystemLines, 0);
-  const CLineType& fence = table.m_pUserLines[0];
-  EXPECT_EQ(std::u16string(fence.GetDesc()), u"ograda");
-  EXPECT_EQ(fence.m_crColor, 0x0000FFu);
-  ASSERT_EQ(fence.m_nLine, 1);
-  EXPECT_EQ(fence.m_pLineItems[0].m_nOffset, -150);
-  EXPECT_EQ(fence.m_pLineItems[0].m_nDash[0], 300);
-  EXPECT_EQ(fence.m_pLineItems[0].m_nGap[0], 100);
-}
-
 TEST(TableArchive, RefusesDamagedArchivesBeforeTouchingTheTable) {
   CLineTypeTable table;
   LoadBuiltIn(table);
@@ -198,6 +164,23 @@ TEST(TableArchive, RefusesDamagedArchivesBeforeTouchingTheTable) {
   bytes.resize(bytes.size() / 2);
   CLineTypeTable truncated;
   EXPECT_EQ(ArchiveError(truncated, bytes), CArchiveException::endOfFile);
+}
+
+TEST(TableArchive, ATableSurvivesArchiveAndXmlInTurn) {
+  CLineTypeTable original;
+  LoadWithFont(original);
+  std::vector<BYTE> bytes = Store(original);
+  bytes[0] = 7;  // any version loads alike
+  CLineTypeTable fromArchive;
+  fromArchive.m_nDefaultWidth = 5;
+  Load(fromArchive, bytes);
+  ExpectSameTables(fromArchive, original);
+  EXPECT_EQ(fromArchive.CheckValid(), 1);
+  EXPECT_EQ(fromArchive.m_nDefaultWidth, 5);  // not part of the archive
+
+  CLineTypeTable fromXml;
+  FromXml(fromXml, ToXml(fromArchive));
+  ExpectSameTables(fromXml, original);
 }
 
 // XML -----------------------------------------------------------------------------------
@@ -303,10 +286,85 @@ TEST(TableXml, LoadingTakesTheDefaultWidthFromTheRunningApplication) {
 
 // Table files ---------------------------------------------------------------------------
 
-using TableFileWriting = TempDir;
+std::string Section(int index, const char* desc) {
+  return "[LineType" + std::to_string(index) + "]\r\nLineDesc=1,1,0,0," + desc +
+         "\r\nLineItem0=-1,0,1,0,0,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\r\n";
+}
+
+TEST_F(TableFile, LoadsSectionsUpToTheFirstGapSkippingLeadingHighlights) {
+  const struct {
+    std::vector<std::pair<int, const char*>> sections;
+    std::vector<std::u16string> loaded;
+  } cases[] = {
+      {{{0, "prva"}, {1, "druga"}, {3, "posle praznine"}}, {u"prva", u"druga"}},
+      {{{0, "HILITE_BW"}, {1, "prva"}, {2, "druga"}}, {u"prva", u"druga"}},
+      {{{0, "HILITE_BW"}, {1, "HILITE_COLOR"}, {2, "prva"}}, {u"prva"}},
+      // Only an exact spelling marks a highlight entry, and only in the first two sections.
+      {{{0, "hilite_bw"}, {1, "prva"}, {2, "HILITE_COLOR"}}, {u"hilite_bw", u"prva", u"HILITE_COLOR"}},
+      {{{0, "HILITE_COLOR"}}, {}},
+  };
+  int file = 0;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(file);
+    const std::string name = "t" + std::to_string(file++) + ".lin";
+    std::string text;
+    for (const auto& [index, desc] : c.sections) text += Section(index, desc);
+    WriteBytes(name.c_str(), text);
+    CLineTypeTable table;
+    EXPECT_EQ(table.FromFile(nullptr, Path(name.c_str()).c_str(), nullptr), 1);
+    EXPECT_EQ(table.m_nSystemLines, 9);
+    EXPECT_EQ(table.CheckValid(), 1);
+    ASSERT_EQ(table.m_nUserLines, static_cast<int>(c.loaded.size()));
+    for (int i = 0; i < table.m_nUserLines; ++i) {
+      EXPECT_EQ(UserDesc(table, i), c.loaded[static_cast<std::size_t>(i)]);
+      EXPECT_EQ(table.m_pUserLines[i].GetLineItem(0)->m_nDash[0], 300);
+    }
+  }
+}
+
+TEST_F(TableFile, FallsBackToTheBuiltInSetWhenTheFileHasNoLineTypes) {
+  WriteBytes("empty.lin", "[Other]\r\nKey=1\r\n");
+  CLineTypeTable table;
+  EXPECT_EQ(table.FromFile(nullptr, Path("empty.lin").c_str(), nullptr), 0);
+  EXPECT_EQ(table.m_nUserLines, 43);
+  EXPECT_EQ(table.FromFile(nullptr, Path("missing.lin").c_str(), nullptr), 0);
+  EXPECT_EQ(table.m_nUserLines, 43);
+  EXPECT_EQ(table.CheckValid(), 1);
+}
+
+TEST_F(TableFile, StopsAtABrokenSectionKeepingWhatWasRead) {
+  WriteBytes("bad.lin", Section(0, "prva") + Section(1, "druga") +
+                            "[LineType2]\r\nLineDesc=1,251,0,0,previse\r\n" + Section(3, "cetvrta"));
+  CLineTypeTable table;
+  EXPECT_EQ(table.FromFile(nullptr, Path("bad.lin").c_str(), nullptr), 0);
+  EXPECT_EQ(table.m_nUserLines, 2);
+  EXPECT_EQ(table.m_nSystemLines, 9);
+}
+
+class ProfileCounter : public CVantrelAppBaseX {
+ public:
+  DWORD GetProfileStringX(LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue, LPWSTR buffer, DWORD size,
+                          LPCWSTR file) const override {
+    ++reads;
+    return CVantrelAppBaseX::GetProfileStringX(section, key, defaultValue, buffer, size, file);
+  }
+  int GetDefaultLineWidth() const override { return 7; }
+  mutable int reads = 0;
+};
+
+TEST_F(TableFile, ReadsThroughTheApplicationContext) {
+  WriteBytes("t.lin", Section(0, "prva"));
+  ProfileCounter app;
+  CLineTypeTable table;
+  EXPECT_EQ(table.FromFile(&app, Path("t.lin").c_str(), nullptr), 1);
+  // Counting finds section 0 and misses section 1; section 0 (header, font, one item) is
+  // then read twice: once to look for a highlight entry, once to keep.
+  EXPECT_EQ(app.reads, 2 + 3 + 3);
+  EXPECT_EQ(table.m_nDefaultWidth, 7);
+}
 
 // A table file stays in the form it has: UTF-8 unless it starts as UTF-16.
-TEST_F(TableFileWriting, ReadsBackEqualUserLineTypesFromUtf8AndUtf16Files) {
+TEST_F(TableFile, ReadsBackEqualUserLineTypesFromUtf8AndUtf16Files) {
   CLineTypeTable original;
   LoadWithFont(original);
   ASSERT_EQ(original.ToFile(nullptr, Path("utf8.lin").c_str(), 1), 1);
@@ -314,7 +372,7 @@ TEST_F(TableFileWriting, ReadsBackEqualUserLineTypesFromUtf8AndUtf16Files) {
   EXPECT_EQ(bytes.rfind("[LineType0]\r\nLineDesc=1,2,0,0,dvostruka crtica\r\n", 0), 0u);
   EXPECT_NE(bytes.find("LineDesc=1,2,1,0,\xC5\xBE" "eleznica"), std::string::npos);
 
-  std::ofstream(m_dir / "utf16.lin", std::ios::binary) << std::string("\xFF\xFE", 2);
+  WriteBytes("utf16.lin", std::string("\xFF\xFE", 2));
   ASSERT_EQ(original.ToFile(nullptr, Path("utf16.lin").c_str(), 0), 1);
   const std::string wide = ReadBytes("utf16.lin");
   EXPECT_EQ(wide.substr(0, 4), std::string("\xFF\xFE[\0", 4));
@@ -328,7 +386,7 @@ TEST_F(TableFileWriting, ReadsBackEqualUserLineTypesFromUtf8AndUtf16Files) {
   }
 }
 
-TEST_F(TableFileWriting, RemovingTheFileFirstDropsSectionsOfALongerTable) {
+TEST_F(TableFile, RemovingTheFileFirstDropsSectionsOfALongerTable) {
   CLineTypeTable table;
   LoadBuiltIn(table);
   const std::u16string path = Path("tabela.lin");
@@ -347,34 +405,17 @@ TEST_F(TableFileWriting, RemovingTheFileFirstDropsSectionsOfALongerTable) {
   EXPECT_EQ(table.ToFile(nullptr, Path("nema/tabela.lin").c_str(), 1), 0);
 }
 
-TEST_F(TableFileWriting, WithoutAFileNameAnEmptyTableDeletesNormalLinInTheInstallationDirectory) {
+TEST_F(TableFile, WithoutAFileNameAnEmptyTableDeletesNormalLinInTheInstallationDirectory) {
   const char* previous = std::getenv("VANTREL1_DIR");
   const std::optional<std::string> saved = previous ? std::optional<std::string>(previous) : std::nullopt;
   ASSERT_EQ(::setenv("VANTREL1_DIR", m_dir.c_str(), 1), 0);
-  std::ofstream(m_dir / "Normal.lin") << "[LineType0]\r\nLineDesc=1,0,0,0,stara\r\n";
+  WriteBytes("Normal.lin", "[LineType0]\r\nLineDesc=1,0,0,0,stara\r\n");
 
   CLineTypeTable empty;
   const int result = empty.ToFile(nullptr, nullptr, 1);
   if (saved) ::setenv("VANTREL1_DIR", saved->c_str(), 1); else ::unsetenv("VANTREL1_DIR");
   EXPECT_EQ(result, 1);
   EXPECT_FALSE(fs::exists(m_dir / "Normal.lin"));
-}
-
-TEST_F(TempDir, ATableSurvivesArchiveXmlAndTableFileInTurn) {
-  CLineTypeTable original;
-  LoadWithFont(original);
-  CLineTypeTable fromArchive;
-  Load(fromArchive, Store(original));
-  CLineTypeTable fromXml;
-  FromXml(fromXml, ToXml(fromArchive));
-  const std::u16string path = Path("tabela.lin");
-  ASSERT_EQ(fromXml.ToFile(nullptr, path.c_str(), 1), 1);
-  CLineTypeTable fromFile;
-  ASSERT_EQ(fromFile.FromFile(nullptr, path.c_str(), nullptr), 1);
-
-  ExpectSameTables(fromArchive, original);
-  ExpectSameTables(fromXml, original);
-  ExpectSameTables(fromFile, original);
 }
 
 // Copying -------------------------------------------------------------------------------

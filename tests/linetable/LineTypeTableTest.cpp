@@ -3,13 +3,10 @@
 #include "linetable/LineTypeTable.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <climits>
 #include <cmath>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,9 +18,6 @@
 #include "platform/Utf.h"
 #include "platform/WideCrt.h"
 #include "suite/AppMessages.h"
-#include "suite/VantrelAppBaseX.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -142,8 +136,6 @@ TEST_F(BuiltInTable, ChainsStartWhereTheNumberingSaysAndHoldWhatItSays) {
     EXPECT_EQ(std::u16string(line.GetDesc()), b.desc);
   }
   EXPECT_EQ(LoadString(20299), u"43");
-  for (UINT unused : {20300u, 20301u, 20441u, 20526u}) EXPECT_EQ(LoadString(unused), u"") << unused;
-  EXPECT_EQ(LoadString(20303), u"-1,150,0,1,1,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0");
   // Loading again replaces both sets rather than adding to them.
   EXPECT_EQ(m_table.FromFile(nullptr, nullptr, nullptr), 0);
   EXPECT_EQ(m_table.m_nUserLines, 43);
@@ -194,10 +186,8 @@ TEST_F(BuiltInTable, DrawWhatTheirNamesSay) {
       {8, 3, 1, "filled polygon 1000,0 976,9 976,-9"},  // double arrow
       {8, 3, 2, "filled polygon 0,0 24,9 24,-9"},
       {1050, 2, 1, "filled polygon 1000,0 1000,10 1040,0 1000,-10"},  // head beyond the last point
-      {1026, 50, 0, "line 0,-15 30,-15"},                      // dashes either side
-      {1026, 50, 49, "line 960,15 990,15"},
-      {1041, 22, 0, "line 0,-6 1000,-6"},  // rails and sleepers
-      {1041, 22, 1, "line 0,6 1000,6"},
+      {1026, 50, 49, "line 960,15 990,15"},  // dashes either side
+      {1041, 22, 1, "line 0,6 1000,6"},  // rails and sleepers
       {1041, 22, 2, "line 25,-12 25,12"},
       {1038, 51, 1, "line 0,0 0,20"},  // embankment: long ticks every 40, short ones between
       {1038, 51, 50, "line 980,0 980,10"},
@@ -353,102 +343,6 @@ TEST_F(BuiltInTable, SetsOnlyPresentUserLineTypes) {
   EXPECT_EQ(m_table.m_pUserLines[1].GetNLine(), 0);
   EXPECT_EQ(m_table.SetLineType(nullptr, 1027), 0);
   for (int number : {1069, 7, 16}) EXPECT_EQ(m_table.SetLineType(&line, number), 0) << number;
-}
-
-// Table files ------------------------------------------------------------------------------
-
-class TableFile : public ::testing::Test {
- protected:
-  void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "vantrel1-linetable-XXXXXX").string();
-    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-    m_dir = pattern;
-  }
-  void TearDown() override { fs::remove_all(m_dir); }
-
-  std::u16string Path(const char* name) const { return vantrel1::FromUtf8((m_dir / name).string()); }
-  void WriteBytes(const char* name, const std::string& bytes) const {
-    std::ofstream(m_dir / name, std::ios::binary) << bytes;
-  }
-
-  fs::path m_dir;
-};
-
-std::string Section(int index, const char* desc) {
-  return "[LineType" + std::to_string(index) + "]\r\nLineDesc=1,1,0,0," + desc +
-         "\r\nLineItem0=-1,0,1,0,0,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\r\n";
-}
-
-TEST_F(TableFile, LoadsSectionsUpToTheFirstGapSkippingLeadingHighlights) {
-  const struct {
-    std::vector<std::pair<int, const char*>> sections;
-    std::vector<std::u16string> loaded;
-  } cases[] = {
-      {{{0, "prva"}, {1, "druga"}, {3, "posle praznine"}}, {u"prva", u"druga"}},
-      {{{0, "HILITE_BW"}, {1, "prva"}, {2, "druga"}}, {u"prva", u"druga"}},
-      {{{0, "HILITE_BW"}, {1, "HILITE_COLOR"}, {2, "prva"}}, {u"prva"}},
-      // Only an exact spelling marks a highlight entry, and only in the first two sections.
-      {{{0, "hilite_bw"}, {1, "prva"}, {2, "HILITE_COLOR"}}, {u"hilite_bw", u"prva", u"HILITE_COLOR"}},
-      {{{0, "HILITE_COLOR"}}, {}},
-  };
-  int file = 0;
-  for (const auto& c : cases) {
-    SCOPED_TRACE(file);
-    const std::string name = "t" + std::to_string(file++) + ".lin";
-    std::string text;
-    for (const auto& [index, desc] : c.sections) text += Section(index, desc);
-    WriteBytes(name.c_str(), text);
-    CLineTypeTable table;
-    EXPECT_EQ(table.FromFile(nullptr, Path(name.c_str()).c_str(), nullptr), 1);
-    EXPECT_EQ(table.m_nSystemLines, 9);
-    EXPECT_EQ(table.CheckValid(), 1);
-    ASSERT_EQ(table.m_nUserLines, static_cast<int>(c.loaded.size()));
-    for (int i = 0; i < table.m_nUserLines; ++i) {
-      EXPECT_EQ(UserDesc(table, i), c.loaded[static_cast<std::size_t>(i)]);
-      EXPECT_EQ(table.m_pUserLines[i].GetLineItem(0)->m_nDash[0], 300);
-    }
-  }
-}
-
-TEST_F(TableFile, FallsBackToTheBuiltInSetWhenTheFileHasNoLineTypes) {
-  WriteBytes("empty.lin", "[Other]\r\nKey=1\r\n");
-  CLineTypeTable table;
-  EXPECT_EQ(table.FromFile(nullptr, Path("empty.lin").c_str(), nullptr), 0);
-  EXPECT_EQ(table.m_nUserLines, 43);
-  EXPECT_EQ(table.FromFile(nullptr, Path("missing.lin").c_str(), nullptr), 0);
-  EXPECT_EQ(table.m_nUserLines, 43);
-  EXPECT_EQ(table.CheckValid(), 1);
-}
-
-TEST_F(TableFile, StopsAtABrokenSectionKeepingWhatWasRead) {
-  WriteBytes("bad.lin", Section(0, "prva") + Section(1, "druga") +
-                            "[LineType2]\r\nLineDesc=1,251,0,0,previse\r\n" + Section(3, "cetvrta"));
-  CLineTypeTable table;
-  EXPECT_EQ(table.FromFile(nullptr, Path("bad.lin").c_str(), nullptr), 0);
-  EXPECT_EQ(table.m_nUserLines, 2);
-  EXPECT_EQ(table.m_nSystemLines, 9);
-}
-
-class ProfileCounter : public CVantrelAppBaseX {
- public:
-  DWORD GetProfileStringX(LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue, LPWSTR buffer, DWORD size,
-                          LPCWSTR file) const override {
-    ++reads;
-    return CVantrelAppBaseX::GetProfileStringX(section, key, defaultValue, buffer, size, file);
-  }
-  int GetDefaultLineWidth() const override { return 7; }
-  mutable int reads = 0;
-};
-
-TEST_F(TableFile, ReadsThroughTheApplicationContext) {
-  WriteBytes("t.lin", Section(0, "prva"));
-  ProfileCounter app;
-  CLineTypeTable table;
-  EXPECT_EQ(table.FromFile(&app, Path("t.lin").c_str(), nullptr), 1);
-  // Counting finds section 0 and misses section 1; section 0 (header, font, one item) is
-  // then read twice: once to look for a highlight entry, once to keep.
-  EXPECT_EQ(app.reads, 2 + 3 + 3);
-  EXPECT_EQ(table.m_nDefaultWidth, 7);
 }
 
 }  // namespace
