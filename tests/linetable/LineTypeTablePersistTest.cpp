@@ -166,6 +166,11 @@ TEST(TableArchive, RefusesDamagedArchivesBeforeTouchingTheTable) {
   EXPECT_EQ(ArchiveError(truncated, bytes), CArchiveException::endOfFile);
 }
 
+class WidthContext : public CVantrelAppBaseX {
+ public:
+  int GetDefaultLineWidth() const override { return 7; }
+};
+
 TEST(TableArchive, ATableSurvivesArchiveAndXmlInTurn) {
   CLineTypeTable original;
   LoadWithFont(original);
@@ -178,9 +183,16 @@ TEST(TableArchive, ATableSurvivesArchiveAndXmlInTurn) {
   EXPECT_EQ(fromArchive.CheckValid(), 1);
   EXPECT_EQ(fromArchive.m_nDefaultWidth, 5);  // not part of the archive
 
+  const std::u16string doc = ToXml(fromArchive);
   CLineTypeTable fromXml;
-  FromXml(fromXml, ToXml(fromArchive));
+  FromXml(fromXml, doc);
   ExpectSameTables(fromXml, original);
+  // Loading XML takes the default width from the running application, if any.
+  EXPECT_EQ(fromXml.m_nDefaultWidth, 2);
+  WidthContext context;
+  CVantrelWinApp app(1, &context);
+  FromXml(fromXml, doc);
+  EXPECT_EQ(fromXml.m_nDefaultWidth, 7);
 }
 
 // XML -----------------------------------------------------------------------------------
@@ -214,23 +226,6 @@ TEST(TableXml, WritesTheCountsThenEachSystemAndUserLineTypeInItsOwnElement) {
   EXPECT_NE(vantrel1::ToUtf8(xml.GetDoc()).find("</USER1>\r\n<TAIL/>\r\n</LINETYPETABLE>"), std::string::npos);
 }
 
-TEST(TableXml, AMissingUserElementLeavesThatLineTypeAtItsDefaults) {
-  CLineTypeTable original;
-  LoadBuiltIn(original);
-  while (original.m_nUserLines > 5) original.DeleteLineType(5000);
-  std::u16string doc = ToXml(original);
-  const std::size_t from = doc.find(u"<USER3>");
-  const std::size_t to = doc.find(u"</USER3>\r\n") + 10;
-  doc.erase(from, to - from);
-
-  CLineTypeTable loaded;
-  FromXml(loaded, doc);
-  ASSERT_EQ(loaded.m_nUserLines, 5);
-  EXPECT_TRUE(SameLineType(loaded.m_pUserLines[3], CLineType()));
-  EXPECT_EQ(loaded.m_pUserLines[3].m_pLineItems, nullptr);
-  EXPECT_TRUE(SameLineType(loaded.m_pUserLines[4], original.m_pUserLines[4]));
-}
-
 TEST(TableXml, ATableWithoutSystemLineTypesBecomesTheBuiltInOne) {
   const std::u16string user0 =
       u"<USER0><NLINE>1</NLINE><MAXLINE>1</MAXLINE><DESC>vlastita</DESC>"
@@ -252,7 +247,24 @@ TEST(TableXml, ATableWithoutSystemLineTypesBecomesTheBuiltInOne) {
   EXPECT_EQ(empty.m_nUserLines, 43);
 }
 
-TEST(TableXml, CountsFromTheDocumentAreKeptWithinWhatATableHolds) {
+// Counts come from the document and are kept within what a table holds; an entry the
+// document lacks keeps the default line type.
+TEST(TableXml, LoadingTrustsNoCountAndNoEntryOfTheDocument) {
+  CLineTypeTable original;
+  LoadBuiltIn(original);
+  while (original.m_nUserLines > 5) original.DeleteLineType(5000);
+  std::u16string doc = ToXml(original);
+  const std::size_t from = doc.find(u"<USER3>");
+  const std::size_t to = doc.find(u"</USER3>\r\n") + 10;
+  doc.erase(from, to - from);
+
+  CLineTypeTable loaded;
+  FromXml(loaded, doc);
+  ASSERT_EQ(loaded.m_nUserLines, 5);
+  EXPECT_TRUE(SameLineType(loaded.m_pUserLines[3], CLineType()));
+  EXPECT_EQ(loaded.m_pUserLines[3].m_pLineItems, nullptr);
+  EXPECT_TRUE(SameLineType(loaded.m_pUserLines[4], original.m_pUserLines[4]));
+
   CLineTypeTable table;
   FromXml(table, u"<LINETYPETABLE><USERLINES>2000000000</USERLINES><SYSTEMLINES>12</SYSTEMLINES>"
                  u"<SYSTEM8><DESC>deveta</DESC></SYSTEM8><SYSTEM9><DESC>deseta</DESC></SYSTEM9></LINETYPETABLE>");
@@ -264,24 +276,6 @@ TEST(TableXml, CountsFromTheDocumentAreKeptWithinWhatATableHolds) {
   EXPECT_EQ(table.m_nUserLines, 0);
   EXPECT_EQ(table.m_pUserLines, nullptr);
   EXPECT_EQ(table.m_nSystemLines, 3);
-}
-
-class WidthContext : public CVantrelAppBaseX {
- public:
-  int GetDefaultLineWidth() const override { return 7; }
-};
-
-TEST(TableXml, LoadingTakesTheDefaultWidthFromTheRunningApplication) {
-  CLineTypeTable original;
-  const std::u16string doc = ToXml(LoadBuiltIn(original));
-  CLineTypeTable table;
-  FromXml(table, doc);
-  EXPECT_EQ(table.m_nDefaultWidth, 2);
-
-  WidthContext context;
-  CVantrelWinApp app(1, &context);
-  FromXml(table, doc);
-  EXPECT_EQ(table.m_nDefaultWidth, 7);
 }
 
 // Table files ---------------------------------------------------------------------------

@@ -147,32 +147,6 @@ TEST(MarkupWrite, EscapesDataAndAttributeValuesThatReadBackUnchanged) {
   EXPECT_EQ(IndexMismatch(m), "");
 }
 
-// A table written element by element, as a line type table is, equals the text written by
-// hand, however long it grows.
-TEST(MarkupWrite, LargeTableWrittenByElementsEqualsTheTextWrittenByHand) {
-  const int count = 5000;
-  const auto number = [](int i) { return vantrel1::FromUtf8(std::to_string(i)); };
-  MarkupProbe m;
-  std::u16string expected = u"<TABLE>\r\n";
-  ASSERT_TRUE(m.AddElem(u"TABLE"));
-  ASSERT_TRUE(m.IntoElem());
-  for (int i = 0; i < count; ++i) {
-    const std::u16string name = u"USER" + number(i);
-    ASSERT_TRUE(m.AddElem(name.c_str()));
-    ASSERT_TRUE(m.SetAttrib(u"id", u"7"));
-    ASSERT_TRUE(m.IntoElem());
-    ASSERT_TRUE(m.AddElem(u"COLOR", number(i * 7).c_str()));
-    ASSERT_TRUE(m.AddElem(u"ITEM0", u"-1,150,0&1"));
-    ASSERT_TRUE(m.OutOfElem());
-    expected += u"<" + name + u" id=\"7\">\r\n<COLOR>" + number(i * 7) +
-                u"</COLOR>\r\n<ITEM0>-1,150,0&amp;1</ITEM0>\r\n</" + name + u">\r\n";
-  }
-  expected += u"</TABLE>\r\n";
-  EXPECT_EQ(m.GetDoc(), expected);
-  EXPECT_EQ(m.FreeIndex(), 2 + 3 * count);
-  EXPECT_EQ(IndexMismatch(m), "");
-}
-
 // Random edits from starting points that include text that only just parses and text that
 // does not: every one keeps the index equal to a fresh parse of the edited text.
 TEST(MarkupWrite, IndexMatchesAFreshParseAfterEveryEdit) {
