@@ -3,11 +3,12 @@
 #include <stdlib.h>
 
 #include <cstdint>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "linestyle/LineTypeEquality.h"
@@ -25,6 +26,8 @@ namespace {
 
 using vantrel1::testing::SameLineType;
 
+std::u16string UserDesc(const CLineTypeTable& table, int index) { return table.m_pUserLines[index].GetDesc(); }
+
 // Byte-level builder of archives as the framework writes them.
 class ArchiveBytes {
  public:
@@ -34,19 +37,6 @@ class ArchiveBytes {
   }
   ArchiveBytes& Byte(BYTE value) {
     m_bytes.push_back(value);
-    return *this;
-  }
-  ArchiveBytes& Double(double value) {
-    std::uint64_t bits = 0;
-    static_assert(sizeof bits == sizeof value);
-    std::memcpy(&bits, &value, sizeof bits);
-    for (int i = 0; i < 8; ++i) m_bytes.push_back(static_cast<BYTE>(bits >> (8 * i)));
-    return *this;
-  }
-  // The framework's 8-bit string: a length byte and the characters.
-  ArchiveBytes& Narrow(const std::string& text) {
-    Byte(static_cast<BYTE>(text.size()));
-    for (char c : text) Byte(static_cast<BYTE>(c));
     return *this;
   }
   // The Unicode string: 0xFF, 0xFFFE, a length byte and the UTF-16 units.
@@ -108,7 +98,18 @@ void ExpectSameTables(const CLineTypeTable& a, const CLineTypeTable& b) {
     EXPECT_TRUE(SameLineType(a.m_pUserLines[i], b.m_pUserLines[i])) << "user line type " << i;
 }
 
-class TempDir : public ::testing::Test {
+// The built-in table with a font on "kontura", the line type with a text item.
+void LoadWithFont(CLineTypeTable& table) {
+  LoadBuiltIn(table);
+  LOGFONTW lf{};
+  lf.lfHeight = -25;
+  lf.lfWeight = 700;
+  lf.lfCharSet = 238;
+  std::u16string(u"DejaVu Sans").copy(lf.lfFaceName, 11);
+  table.m_pUserLines[40].SetFont(&lf);
+}
+
+class TableFile : public ::testing::Test {
  protected:
   void SetUp() override {
     std::string pattern = (fs::temp_directory_path() / "vantrel1-table-XXXXXX").string();
@@ -117,6 +118,13 @@ class TempDir : public ::testing::Test {
   }
   void TearDown() override { fs::remove_all(m_dir); }
   std::u16string Path(const char* name) const { return vantrel1::FromUtf8((m_dir / name).string()); }
+  void WriteBytes(const char* name, const std::string& bytes) const {
+    std::ofstream(m_dir / name, std::ios::binary) << bytes;
+  }
+  std::string ReadBytes(const char* name) const {
+    std::ifstream in(m_dir / name, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+  }
 
   fs::path m_dir;
 };
@@ -138,82 +146,12 @@ TEST(TableArchive, StartsWithVersionTwoAndTheCountsThenTheFirstSystemRecord) {
             expected.Bytes());
 }
 
-TEST(TableArchive, ReadsBackEqualLineTypesWhateverTheVersionSays) {
-  CLineTypeTable original;
-  std::vector<BYTE> bytes = Store(LoadBuiltIn(original));
-  bytes[0] = 7;
-  CLineTypeTable loaded;
-  loaded.m_nDefaultWidth = 5;
-  Load(loaded, bytes);
-  ExpectSameTables(loaded, original);
-  EXPECT_EQ(loaded.CheckValid(), 1);
-  EXPECT_EQ(loaded.m_nDefaultWidth, 5);  // not part of the archive
-}
-
-TEST(TableArchive, LoadsFrameworkStringsOfBothWidthsWrittenElsewhere) {
-  ArchiveBytes archive;
-  archive.Int(1).Int(2).Int(0);
-  // "ograda": red, pen width 1, one line item; its description in 8-bit form.
-  archive.Int(0x0000FF).Int(1).Int(1).Int(0).Int(0).Int(1).Int(0).Int(0).Int(0).Narrow("ograda").Int(1);
-  archive.Int(2).Int(-150).Int(1).Int(300).Int(100);
-  for (int i = 1; i < CLineItem::kMaxPairs; ++i) archive.Int(0).Int(0);
-  // "hedž": a font whose face name is an 8-bit string, one text item; stored with a pen.
-  archive.Int(0).Int(0).Int(0).Int(0).Int(1).Int(0).Int(0).Int(2).Int(1).Wide(u"hed\u017E");
-  archive.Byte(238).Byte(2).Int(900).Narrow("Arial").Int(-40).Byte(1).Int(450).Byte(3).Byte(34).Byte(1).Byte(0);
-  archive.Byte(1).Int(700).Int(12);
-  archive.Int(0);
-  archive.Double(1.5).Int(900).Int(2).Int(2000).Double(0.25).Int(-50).Wide(u"km");
-
-  CLineTypeTable table;
-  Load(table, archive.Bytes());
-  ASSERT_EQ(table.m_nUserLines, 2);
-  EXPECT_EQ(table.m_nSystemLines, 0);
-
-  const CLineType& fence = table.m_pUserLines[0];
-  EXPECT_EQ(std::u16string(fence.GetDesc()), u"ograda");
-  EXPECT_EQ(fence.m_crColor, 0x0000FFu);
-  EXPECT_EQ(fence.m_nPenWidth, 1);
-  ASSERT_EQ(fence.m_nLine, 1);
-  EXPECT_EQ(fence.m_pLineItems[0].m_nWidth, 2);
-  EXPECT_EQ(fence.m_pLineItems[0].m_nOffset, -150);
-  EXPECT_EQ(fence.m_pLineItems[0].m_nDash[0], 300);
-  EXPECT_EQ(fence.m_pLineItems[0].m_nGap[0], 100);
-
-  const CLineType& hedge = table.m_pUserLines[1];
-  EXPECT_EQ(std::u16string(hedge.GetDesc()), u"hed\u017E");
-  EXPECT_EQ(hedge.GetPen(), nullptr);
-  ASSERT_NE(hedge.GetFont(), nullptr);
-  EXPECT_EQ(std::u16string(hedge.m_lf.lfFaceName), u"Arial");
-  EXPECT_EQ(hedge.m_lf.lfCharSet, 238);
-  EXPECT_EQ(hedge.m_lf.lfClipPrecision, 2);
-  EXPECT_EQ(hedge.m_lf.lfEscapement, 900);
-  EXPECT_EQ(hedge.m_lf.lfHeight, -40);
-  EXPECT_EQ(hedge.m_lf.lfItalic, 1);
-  EXPECT_EQ(hedge.m_lf.lfOrientation, 450);
-  EXPECT_EQ(hedge.m_lf.lfOutPrecision, 3);
-  EXPECT_EQ(hedge.m_lf.lfPitchAndFamily, 34);
-  EXPECT_EQ(hedge.m_lf.lfQuality, 1);
-  EXPECT_EQ(hedge.m_lf.lfStrikeOut, 0);
-  EXPECT_EQ(hedge.m_lf.lfUnderline, 1);
-  EXPECT_EQ(hedge.m_lf.lfWeight, 700);
-  EXPECT_EQ(hedge.m_lf.lfWidth, 12);
-  ASSERT_EQ(hedge.m_nText, 1);
-  const CTextItem& km = hedge.m_pTextItems[0];
-  EXPECT_EQ(km.m_dScale, 1.5);
-  EXPECT_EQ(km.m_nAngle, 900);
-  EXPECT_EQ(km.m_nBkMode, 2);
-  EXPECT_EQ(km.m_nInterval, 2000);
-  EXPECT_EQ(km.m_dStart, 0.25);
-  EXPECT_EQ(km.m_nOffset, -50);
-  EXPECT_EQ(std::u16string(km.m_szText), u"km");
-}
-
-TEST(TableArchive, RefusesCountsNoTableHoldsBeforeTouchingTheTable) {
+TEST(TableArchive, RefusesDamagedArchivesBeforeTouchingTheTable) {
   CLineTypeTable table;
   LoadBuiltIn(table);
   const CLineType* users = table.m_pUserLines;
-  for (const auto& [userCount, systemCount] :
-       std::vector<std::pair<int, int>>{{251, 9}, {-1, 9}, {2000000000, 9}, {0, 10}, {0, -1}}) {
+  const std::pair<int, int> counts[] = {{251, 9}, {-1, 9}, {2000000000, 9}, {0, 10}, {0, -1}};
+  for (const auto& [userCount, systemCount] : counts) {
     ArchiveBytes archive;
     archive.Int(2).Int(userCount).Int(systemCount);
     EXPECT_EQ(ArchiveError(table, archive.Bytes()), CArchiveException::badIndex) << userCount << " " << systemCount;
@@ -221,14 +159,40 @@ TEST(TableArchive, RefusesCountsNoTableHoldsBeforeTouchingTheTable) {
   EXPECT_EQ(table.m_pUserLines, users);
   EXPECT_EQ(table.m_nUserLines, 43);
   EXPECT_EQ(table.m_nSystemLines, 9);
+
+  std::vector<BYTE> bytes = Store(table);
+  bytes.resize(bytes.size() / 2);
+  CLineTypeTable truncated;
+  EXPECT_EQ(ArchiveError(truncated, bytes), CArchiveException::endOfFile);
 }
 
-TEST(TableArchive, ATruncatedArchiveIsAnEndOfFileError) {
+class WidthContext : public CVantrelAppBaseX {
+ public:
+  int GetDefaultLineWidth() const override { return 7; }
+};
+
+TEST(TableArchive, ATableSurvivesArchiveAndXmlInTurn) {
   CLineTypeTable original;
-  std::vector<BYTE> bytes = Store(LoadBuiltIn(original));
-  bytes.resize(bytes.size() / 2);
-  CLineTypeTable table;
-  EXPECT_EQ(ArchiveError(table, bytes), CArchiveException::endOfFile);
+  LoadWithFont(original);
+  std::vector<BYTE> bytes = Store(original);
+  bytes[0] = 7;  // any version loads alike
+  CLineTypeTable fromArchive;
+  fromArchive.m_nDefaultWidth = 5;
+  Load(fromArchive, bytes);
+  ExpectSameTables(fromArchive, original);
+  EXPECT_EQ(fromArchive.CheckValid(), 1);
+  EXPECT_EQ(fromArchive.m_nDefaultWidth, 5);  // not part of the archive
+
+  const std::u16string doc = ToXml(fromArchive);
+  CLineTypeTable fromXml;
+  FromXml(fromXml, doc);
+  ExpectSameTables(fromXml, original);
+  // Loading XML takes the default width from the running application, if any.
+  EXPECT_EQ(fromXml.m_nDefaultWidth, 2);
+  WidthContext context;
+  CVantrelWinApp app(1, &context);
+  FromXml(fromXml, doc);
+  EXPECT_EQ(fromXml.m_nDefaultWidth, 7);
 }
 
 // XML -----------------------------------------------------------------------------------
@@ -252,30 +216,40 @@ TEST(TableXml, WritesTheCountsThenEachSystemAndUserLineTypeInItsOwnElement) {
     EXPECT_NE(doc.find(tag), std::string::npos) << tag;
   EXPECT_EQ(doc.find("<SYSTEM9>"), std::string::npos);
   EXPECT_TRUE(doc.ends_with("</USER1>\r\n</LINETYPETABLE>\r\n")) << doc.substr(doc.size() - 40);
-}
 
-TEST(TableXml, StoringLeavesTheMarkupInsideTheTableElement) {
-  CLineTypeTable table;
-  LoadBuiltIn(table);
+  // Storing leaves the markup inside the table element.
   CMarkup xml;
   xml.AddElem(u"DOC");
   xml.IntoElem();
   table.SerializeXML(nullptr, &xml, 1);
   xml.AddElem(u"TAIL");
-  const std::string doc = vantrel1::ToUtf8(xml.GetDoc());
-  EXPECT_NE(doc.find("</USER42>\r\n<TAIL/>\r\n</LINETYPETABLE>"), std::string::npos);
+  EXPECT_NE(vantrel1::ToUtf8(xml.GetDoc()).find("</USER1>\r\n<TAIL/>\r\n</LINETYPETABLE>"), std::string::npos);
 }
 
-TEST(TableXml, ReadsBackEqualLineTypes) {
-  CLineTypeTable original;
-  LoadBuiltIn(original);
-  CLineTypeTable loaded;
-  FromXml(loaded, ToXml(original));
-  ExpectSameTables(loaded, original);
-  EXPECT_EQ(loaded.CheckValid(), 1);
+TEST(TableXml, ATableWithoutSystemLineTypesBecomesTheBuiltInOne) {
+  const std::u16string user0 =
+      u"<USER0><NLINE>1</NLINE><MAXLINE>1</MAXLINE><DESC>vlastita</DESC>"
+      u"<LINEITEM0>1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0</LINEITEM0></USER0>";
+  for (const char16_t* counts : {u"<USERLINES>1</USERLINES><SYSTEMLINES>0</SYSTEMLINES>", u"<USERLINES>1</USERLINES>",
+                                 u"<USERLINES>1</USERLINES><SYSTEMLINES>-4</SYSTEMLINES>"}) {
+    CLineTypeTable table;
+    FromXml(table, u"<LINETYPETABLE>" + std::u16string(counts) + user0 + u"</LINETYPETABLE>");
+    EXPECT_EQ(table.m_nSystemLines, 9);
+    ASSERT_EQ(table.m_nUserLines, 43);
+    EXPECT_EQ(std::u16string(table.m_pUserLines[0].GetDesc()), u"dvostruka crtica");
+  }
+
+  // Storing one writes it as it is, then reloads the built-in table.
+  CLineTypeTable empty;
+  EXPECT_EQ(vantrel1::ToUtf8(ToXml(empty)),
+            "<LINETYPETABLE>\r\n<USERLINES>0</USERLINES>\r\n<SYSTEMLINES>0</SYSTEMLINES>\r\n</LINETYPETABLE>\r\n");
+  EXPECT_EQ(empty.m_nSystemLines, 9);
+  EXPECT_EQ(empty.m_nUserLines, 43);
 }
 
-TEST(TableXml, AMissingUserElementLeavesThatLineTypeAtItsDefaults) {
+// Counts come from the document and are kept within what a table holds; an entry the
+// document lacks keeps the default line type.
+TEST(TableXml, LoadingTrustsNoCountAndNoEntryOfTheDocument) {
   CLineTypeTable original;
   LoadBuiltIn(original);
   while (original.m_nUserLines > 5) original.DeleteLineType(5000);
@@ -290,32 +264,7 @@ TEST(TableXml, AMissingUserElementLeavesThatLineTypeAtItsDefaults) {
   EXPECT_TRUE(SameLineType(loaded.m_pUserLines[3], CLineType()));
   EXPECT_EQ(loaded.m_pUserLines[3].m_pLineItems, nullptr);
   EXPECT_TRUE(SameLineType(loaded.m_pUserLines[4], original.m_pUserLines[4]));
-}
 
-TEST(TableXml, WithoutSystemLineTypesTheBuiltInTableIsLoadedInstead) {
-  const std::u16string user0 =
-      u"<USER0><NLINE>1</NLINE><MAXLINE>1</MAXLINE><DESC>vlastita</DESC>"
-      u"<LINEITEM0>1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0</LINEITEM0></USER0>";
-  for (const std::u16string& counts :
-       {std::u16string(u"<USERLINES>1</USERLINES><SYSTEMLINES>0</SYSTEMLINES>"), std::u16string(u"<USERLINES>1</USERLINES>"),
-        std::u16string(u"<USERLINES>1</USERLINES><SYSTEMLINES>-4</SYSTEMLINES>")}) {
-    CLineTypeTable table;
-    FromXml(table, u"<LINETYPETABLE>" + counts + user0 + u"</LINETYPETABLE>");
-    EXPECT_EQ(table.m_nSystemLines, 9);
-    ASSERT_EQ(table.m_nUserLines, 43);
-    EXPECT_EQ(std::u16string(table.m_pUserLines[0].GetDesc()), u"dvostruka crtica");
-  }
-}
-
-TEST(TableXml, StoringATableWithoutSystemLineTypesReloadsTheBuiltInOnes) {
-  CLineTypeTable empty;
-  const std::string doc = vantrel1::ToUtf8(ToXml(empty));
-  EXPECT_EQ(doc, "<LINETYPETABLE>\r\n<USERLINES>0</USERLINES>\r\n<SYSTEMLINES>0</SYSTEMLINES>\r\n</LINETYPETABLE>\r\n");
-  EXPECT_EQ(empty.m_nSystemLines, 9);
-  EXPECT_EQ(empty.m_nUserLines, 43);
-}
-
-TEST(TableXml, CountsFromTheDocumentAreKeptWithinWhatATableHolds) {
   CLineTypeTable table;
   FromXml(table, u"<LINETYPETABLE><USERLINES>2000000000</USERLINES><SYSTEMLINES>12</SYSTEMLINES>"
                  u"<SYSTEM8><DESC>deveta</DESC></SYSTEM8><SYSTEM9><DESC>deseta</DESC></SYSTEM9></LINETYPETABLE>");
@@ -329,45 +278,109 @@ TEST(TableXml, CountsFromTheDocumentAreKeptWithinWhatATableHolds) {
   EXPECT_EQ(table.m_nSystemLines, 3);
 }
 
-class WidthContext : public CVantrelAppBaseX {
+// Table files ---------------------------------------------------------------------------
+
+std::string Section(int index, const char* desc) {
+  return "[LineType" + std::to_string(index) + "]\r\nLineDesc=1,1,0,0," + desc +
+         "\r\nLineItem0=-1,0,1,0,0,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\r\n";
+}
+
+TEST_F(TableFile, LoadsSectionsUpToTheFirstGapSkippingLeadingHighlights) {
+  const struct {
+    std::vector<std::pair<int, const char*>> sections;
+    std::vector<std::u16string> loaded;
+  } cases[] = {
+      {{{0, "prva"}, {1, "druga"}, {3, "posle praznine"}}, {u"prva", u"druga"}},
+      {{{0, "HILITE_BW"}, {1, "prva"}, {2, "druga"}}, {u"prva", u"druga"}},
+      {{{0, "HILITE_BW"}, {1, "HILITE_COLOR"}, {2, "prva"}}, {u"prva"}},
+      // Only an exact spelling marks a highlight entry, and only in the first two sections.
+      {{{0, "hilite_bw"}, {1, "prva"}, {2, "HILITE_COLOR"}}, {u"hilite_bw", u"prva", u"HILITE_COLOR"}},
+      {{{0, "HILITE_COLOR"}}, {}},
+  };
+  int file = 0;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(file);
+    const std::string name = "t" + std::to_string(file++) + ".lin";
+    std::string text;
+    for (const auto& [index, desc] : c.sections) text += Section(index, desc);
+    WriteBytes(name.c_str(), text);
+    CLineTypeTable table;
+    EXPECT_EQ(table.FromFile(nullptr, Path(name.c_str()).c_str(), nullptr), 1);
+    EXPECT_EQ(table.m_nSystemLines, 9);
+    EXPECT_EQ(table.CheckValid(), 1);
+    ASSERT_EQ(table.m_nUserLines, static_cast<int>(c.loaded.size()));
+    for (int i = 0; i < table.m_nUserLines; ++i) {
+      EXPECT_EQ(UserDesc(table, i), c.loaded[static_cast<std::size_t>(i)]);
+      EXPECT_EQ(table.m_pUserLines[i].GetLineItem(0)->m_nDash[0], 300);
+    }
+  }
+}
+
+TEST_F(TableFile, FallsBackToTheBuiltInSetWhenTheFileHasNoLineTypes) {
+  WriteBytes("empty.lin", "[Other]\r\nKey=1\r\n");
+  CLineTypeTable table;
+  EXPECT_EQ(table.FromFile(nullptr, Path("empty.lin").c_str(), nullptr), 0);
+  EXPECT_EQ(table.m_nUserLines, 43);
+  EXPECT_EQ(table.FromFile(nullptr, Path("missing.lin").c_str(), nullptr), 0);
+  EXPECT_EQ(table.m_nUserLines, 43);
+  EXPECT_EQ(table.CheckValid(), 1);
+}
+
+TEST_F(TableFile, StopsAtABrokenSectionKeepingWhatWasRead) {
+  WriteBytes("bad.lin", Section(0, "prva") + Section(1, "druga") +
+                            "[LineType2]\r\nLineDesc=1,251,0,0,previse\r\n" + Section(3, "cetvrta"));
+  CLineTypeTable table;
+  EXPECT_EQ(table.FromFile(nullptr, Path("bad.lin").c_str(), nullptr), 0);
+  EXPECT_EQ(table.m_nUserLines, 2);
+  EXPECT_EQ(table.m_nSystemLines, 9);
+}
+
+class ProfileCounter : public CVantrelAppBaseX {
  public:
+  DWORD GetProfileStringX(LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue, LPWSTR buffer, DWORD size,
+                          LPCWSTR file) const override {
+    ++reads;
+    return CVantrelAppBaseX::GetProfileStringX(section, key, defaultValue, buffer, size, file);
+  }
   int GetDefaultLineWidth() const override { return 7; }
+  mutable int reads = 0;
 };
 
-TEST(TableXml, LoadingTakesTheDefaultWidthFromTheRunningApplication) {
-  CLineTypeTable original;
-  const std::u16string doc = ToXml(LoadBuiltIn(original));
+TEST_F(TableFile, ReadsThroughTheApplicationContext) {
+  WriteBytes("t.lin", Section(0, "prva"));
+  ProfileCounter app;
   CLineTypeTable table;
-  FromXml(table, doc);
-  EXPECT_EQ(table.m_nDefaultWidth, 2);
-
-  WidthContext context;
-  CVantrelWinApp app(1, &context);
-  FromXml(table, doc);
+  EXPECT_EQ(table.FromFile(&app, Path("t.lin").c_str(), nullptr), 1);
+  // Counting finds section 0 and misses section 1; section 0 (header, font, one item) is
+  // then read twice: once to look for a highlight entry, once to keep.
+  EXPECT_EQ(app.reads, 2 + 3 + 3);
   EXPECT_EQ(table.m_nDefaultWidth, 7);
 }
 
-// Table files ---------------------------------------------------------------------------
-
-using TableFileWriting = TempDir;
-
-TEST_F(TableFileWriting, ReadsBackEqualUserLineTypes) {
+// A table file stays in the form it has: UTF-8 unless it starts as UTF-16.
+TEST_F(TableFile, ReadsBackEqualUserLineTypesFromUtf8AndUtf16Files) {
   CLineTypeTable original;
-  LoadBuiltIn(original);
-  LOGFONTW lf{};
-  lf.lfHeight = -30;
-  lf.lfWeight = 700;
-  std::u16string(u"DejaVu Serif").copy(lf.lfFaceName, 12);
-  original.m_pUserLines[0].SetFont(&lf);
-  const std::u16string path = Path("tabela.lin");
-  ASSERT_EQ(original.ToFile(nullptr, path.c_str(), 1), 1);
+  LoadWithFont(original);
+  ASSERT_EQ(original.ToFile(nullptr, Path("utf8.lin").c_str(), 1), 1);
+  const std::string bytes = ReadBytes("utf8.lin");
+  EXPECT_EQ(bytes.rfind("[LineType0]\r\nLineDesc=1,2,0,0,dvostruka crtica\r\n", 0), 0u);
+  EXPECT_NE(bytes.find("LineDesc=1,2,1,0,\xC5\xBE" "eleznica"), std::string::npos);
 
-  CLineTypeTable loaded;
-  ASSERT_EQ(loaded.FromFile(nullptr, path.c_str(), nullptr), 1);
-  ExpectSameTables(loaded, original);
+  WriteBytes("utf16.lin", std::string("\xFF\xFE", 2));
+  ASSERT_EQ(original.ToFile(nullptr, Path("utf16.lin").c_str(), 0), 1);
+  const std::string wide = ReadBytes("utf16.lin");
+  EXPECT_EQ(wide.substr(0, 4), std::string("\xFF\xFE[\0", 4));
+  EXPECT_NE(wide.find(std::string("h\0e\0d\0\x7E\x01", 8)), std::string::npos);  // "hedž"
+
+  for (const char* file : {"utf8.lin", "utf16.lin"}) {
+    SCOPED_TRACE(file);
+    CLineTypeTable loaded;
+    ASSERT_EQ(loaded.FromFile(nullptr, Path(file).c_str(), nullptr), 1);
+    ExpectSameTables(loaded, original);
+  }
 }
 
-TEST_F(TableFileWriting, RemovingTheFileFirstDropsSectionsOfALongerTable) {
+TEST_F(TableFile, RemovingTheFileFirstDropsSectionsOfALongerTable) {
   CLineTypeTable table;
   LoadBuiltIn(table);
   const std::u16string path = Path("tabela.lin");
@@ -382,50 +395,21 @@ TEST_F(TableFileWriting, RemovingTheFileFirstDropsSectionsOfALongerTable) {
   ASSERT_EQ(table.ToFile(nullptr, path.c_str(), 1), 1);
   ASSERT_EQ(loaded.FromFile(nullptr, path.c_str(), nullptr), 1);
   EXPECT_EQ(loaded.m_nUserLines, 2);
+
+  EXPECT_EQ(table.ToFile(nullptr, Path("nema/tabela.lin").c_str(), 1), 0);
 }
 
-TEST_F(TableFileWriting, WithoutAFileNameAnEmptyTableDeletesNormalLinInTheInstallationDirectory) {
+TEST_F(TableFile, WithoutAFileNameAnEmptyTableDeletesNormalLinInTheInstallationDirectory) {
   const char* previous = std::getenv("VANTREL1_DIR");
   const std::optional<std::string> saved = previous ? std::optional<std::string>(previous) : std::nullopt;
   ASSERT_EQ(::setenv("VANTREL1_DIR", m_dir.c_str(), 1), 0);
-  std::ofstream(m_dir / "Normal.lin") << "[LineType0]\r\nLineDesc=1,0,0,0,stara\r\n";
+  WriteBytes("Normal.lin", "[LineType0]\r\nLineDesc=1,0,0,0,stara\r\n");
 
   CLineTypeTable empty;
   const int result = empty.ToFile(nullptr, nullptr, 1);
   if (saved) ::setenv("VANTREL1_DIR", saved->c_str(), 1); else ::unsetenv("VANTREL1_DIR");
   EXPECT_EQ(result, 1);
   EXPECT_FALSE(fs::exists(m_dir / "Normal.lin"));
-}
-
-TEST_F(TableFileWriting, AFolderThatIsNotThereFailsTheWrite) {
-  CLineTypeTable table;
-  LoadBuiltIn(table);
-  EXPECT_EQ(table.ToFile(nullptr, Path("nema/tabela.lin").c_str(), 1), 0);
-}
-
-// Every form in turn --------------------------------------------------------------------
-
-TEST_F(TempDir, ATableSurvivesArchiveXmlAndTableFileInTurn) {
-  CLineTypeTable original;
-  LoadBuiltIn(original);
-  LOGFONTW lf{};
-  lf.lfHeight = -25;
-  lf.lfCharSet = 238;
-  std::u16string(u"DejaVu Sans").copy(lf.lfFaceName, 11);
-  original.m_pUserLines[40].SetFont(&lf);  // "kontura", the one with a text item
-
-  CLineTypeTable fromArchive;
-  Load(fromArchive, Store(original));
-  CLineTypeTable fromXml;
-  FromXml(fromXml, ToXml(fromArchive));
-  const std::u16string path = Path("tabela.lin");
-  ASSERT_EQ(fromXml.ToFile(nullptr, path.c_str(), 1), 1);
-  CLineTypeTable fromFile;
-  ASSERT_EQ(fromFile.FromFile(nullptr, path.c_str(), nullptr), 1);
-
-  ExpectSameTables(fromArchive, original);
-  ExpectSameTables(fromXml, original);
-  ExpectSameTables(fromFile, original);
 }
 
 // Copying -------------------------------------------------------------------------------
@@ -440,8 +424,8 @@ TEST(TableAssignment, CopiesBothSetsAndTheDefaultWidth) {
   ExpectSameTables(copy, source);
   EXPECT_EQ(copy.m_nDefaultWidth, 4);
   EXPECT_NE(copy.m_pUserLines, source.m_pUserLines);
-  EXPECT_EQ(copy.CheckValid(), 1);
 
+  // An empty table still leaves arrays behind.
   CLineTypeTable empty;
   copy = empty;
   EXPECT_EQ(copy.m_nUserLines, 0);
@@ -460,39 +444,29 @@ TEST(TableAssignment, HeldLinesSurviveAndAreFreedWhenGivenBack) {
     COLORREF blue = RGB(0, 0, 255);
     CLineType* held = table.CreateLine(1026, &red, 0, 1, 0);
     table.DeleteLine(table.CreateLine(1027, &blue, 0, 1, 0), 1);  // cached, no longer held
-    ASSERT_EQ(table.m_nCacheCount, 2);
     ASSERT_EQ(LivePens(), pens + 2);
+
+    // Assigning a table to itself keeps its cache.
+    CLineTypeTable& same = table;
+    table = same;
+    EXPECT_EQ(table.m_nCacheCount, 2);
+    EXPECT_EQ(table.m_pCacheLine[1], held);
 
     CLineTypeTable other;
     LoadBuiltIn(other);
     table = other;
     EXPECT_EQ(table.m_nCacheCount, 0);
-    for (int i = 0; i < CLineTypeTable::kCacheSize; ++i) {
+    for (int i = 0; i < 2; ++i) {
       EXPECT_EQ(table.m_pCacheLine[i], nullptr);
-      EXPECT_EQ(table.m_nCacheNumber[i], -1);
       EXPECT_EQ(table.m_nCacheRef[i], 0);
     }
     EXPECT_EQ(LivePens(), pens + 1);  // the unreferenced line went with its pen
     EXPECT_EQ(std::u16string(held->GetDesc()), u"dvostruka crtica");
-    EXPECT_EQ(held->GetNLine(), 2);
 
     table.DeleteLine(held, 1);
     EXPECT_EQ(LivePens(), pens);
   }
   EXPECT_EQ(LivePens(), pens);
-}
-
-TEST(TableAssignment, AssigningATableToItselfKeepsItsCache) {
-  CLineTypeTable table;
-  LoadBuiltIn(table);
-  COLORREF red = RGB(255, 0, 0);
-  CLineType* line = table.CreateLine(1026, &red, 0, 1, 0);
-  CLineTypeTable& same = table;
-  table = same;
-  EXPECT_EQ(table.m_nCacheCount, 1);
-  EXPECT_EQ(table.m_pCacheLine[0], line);
-  EXPECT_EQ(table.m_nUserLines, 43);
-  table.DeleteLine(line, 1);
 }
 
 }  // namespace

@@ -1,34 +1,38 @@
-// Numbering, lookup, editing of the user set and loading of the line type table.
+// Numbering, lookup, editing of the user set and loading of the line type table, and what
+// the built-in line types hold and draw.
 #include "linetable/LineTypeTable.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <climits>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <cmath>
+#include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Gdi.h"
+#include "platform/RecordingDevice.h"
 #include "platform/RecordingMessageSink.h"
+#include "platform/StringTable.h"
 #include "platform/Utf.h"
 #include "platform/WideCrt.h"
 #include "suite/AppMessages.h"
-#include "suite/VantrelAppBaseX.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
-std::u16string Desc(const CLineType& line) { return line.GetDesc(); }
-std::u16string UserDesc(const CLineTypeTable& table, int index) { return Desc(table.m_pUserLines[index]); }
+std::u16string UserDesc(const CLineTypeTable& table, int index) { return table.m_pUserLines[index].GetDesc(); }
 
 CLineType Named(const char16_t* name) {
   CLineType line;
   line.SetDesc(name);
   return line;
+}
+
+std::u16string LoadString(UINT id) {
+  WCHAR buffer[512];
+  LoadStringW(nullptr, id, buffer, 512);
+  return buffer;
 }
 
 class BuiltInTable : public ::testing::Test {
@@ -37,48 +41,177 @@ class BuiltInTable : public ::testing::Test {
   CLineTypeTable m_table;
 };
 
-TEST(LineTypeTableEmpty, StartsWithNothingLoadedAndIsNotValid) {
+TEST(LineTypeTableEmpty, HasNothingToResolveOrEdit) {
   CLineTypeTable table;
-  EXPECT_EQ(table.m_pUserLines, nullptr);
-  EXPECT_EQ(table.m_pSystemLines, nullptr);
-  EXPECT_EQ(table.m_nUserLines, 0);
-  EXPECT_EQ(table.m_nSystemLines, 0);
-  EXPECT_EQ(table.m_nCacheCount, 0);
-  EXPECT_EQ(table.m_nDefaultWidth, 1);
-  for (int i = 0; i < CLineTypeTable::kCacheSize; ++i) {
-    EXPECT_EQ(table.m_pCacheLine[i], nullptr);
-    EXPECT_EQ(table.m_nCacheNumber[i], -1);
-  }
   EXPECT_EQ(table.CheckValid(), 0);
   EXPECT_EQ(table.NextUserLineType(15), -1);
+  EXPECT_EQ(table.GetLineTypePtr(1026), nullptr);
   // Nothing to resolve to: the line is blank but still a line.
   EXPECT_EQ(table.GetDesc(20), u"--980");
   EXPECT_EQ(table.DeleteLineType(16), -1);
   EXPECT_EQ(table.ShiftLine(16, 1), 0);
+  // Any two tables compare equal, deliberately.
+  CLineTypeTable loaded;
+  loaded.FromFile(nullptr, nullptr, nullptr);
+  EXPECT_EQ(loaded == table, 1);
 }
 
-TEST_F(BuiltInTable, LoadsNineSystemAndFortyThreeUserLineTypesFromTheLibrary) {
-  EXPECT_EQ(m_table.m_nSystemLines, 9);
-  EXPECT_EQ(m_table.m_nUserLines, 43);
+// Built-in line types ----------------------------------------------------------------------
+
+struct BuiltIn {
+  int number;
+  int firstId;
+  const char16_t* desc;
+  int penWidth, nLine, nSymbol, nText;
+};
+
+const BuiltIn kBuiltIns[] = {
+    {7, 20500, u"strelica", 0, 1, 1, 0},
+    {8, 20503, u"dupla strelica", 0, 1, 2, 0},
+    {9, 20507, u"strelica1", 1, 1, 2, 0},
+    {10, 20511, u"strelica2", 1, 1, 2, 0},
+    {11, 20515, u"dimenzija", 0, 1, 1, 0},
+    {12, 20518, u"puna  (standardna)", 1, 1, 0, 0},
+    {13, 20520, u"crtica  (standardna)", 1, 1, 0, 0},
+    {14, 20522, u"tačka  (standardno)", 1, 1, 0, 0},
+    {15, 20524, u"crtica - tačka  (standardno)", 1, 1, 0, 0},
+    {1026, 20302, u"dvostruka crtica", 1, 2, 0, 0},
+    {1027, 20305, u"velika crtica mala mala", 1, 1, 0, 0},
+    {1028, 20307, u"debela crtica", 5, 1, 0, 0},
+    {1029, 20309, u"led", 1, 1, 1, 0},
+    {1030, 20312, u"trag", 1, 1, 1, 0},
+    {1031, 20315, u"linija uzemljenja", 1, 1, 1, 0},
+    {1032, 20318, u"linija rova", 1, 1, 1, 0},
+    {1033, 20321, u"hedž", 0, 1, 1, 0},
+    {1034, 20324, u"trouglovi na liniji", 1, 1, 1, 0},
+    {1035, 20327, u"polukrugovi na liniji", 1, 1, 1, 0},
+    {1036, 20330, u"tabela vode", 1, 1, 1, 0},
+    {1037, 20333, u"ograda", 1, 1, 1, 0},
+    {1038, 20336, u"vrh nasipa", 1, 1, 2, 0},
+    {1039, 20340, u"predloženi jarak", 1, 1, 1, 0},
+    {1040, 20343, u"ekstremno visoka voda", 3, 1, 0, 0},
+    {1041, 20345, u"železnica", 1, 2, 1, 0},
+    {1042, 20349, u"škarp", 1, 1, 1, 0},
+    {1043, 20352, u"talus", 0, 1, 0, 0},
+    {1044, 20354, u"predloženi potporni zid", 0, 1, 1, 0},
+    {1045, 20357, u"postojeći potporni zid", 0, 1, 2, 0},
+    {1046, 20361, u"autoput", 0, 3, 0, 0},
+    {1047, 20365, u"strujne i telefonske linije", 0, 2, 1, 0},
+    {1048, 20369, u"betonska barijera", 1, 2, 1, 0},
+    {1049, 20373, u"linija sa kvadratima", 0, 1, 1, 0},
+    {1050, 20376, u"linija sa strelicom na kraju", 0, 1, 1, 0},
+    {1051, 20379, u"linija sa srednjom strelicom", 0, 1, 1, 0},
+    {1052, 20382, u"Slide", 0, 1, 2, 0},
+    {1053, 20386, u"ribanje", 0, 1, 5, 0},
+    {1054, 20393, u"Izgrađeni most", 0, 0, 2, 0},
+    {1055, 20396, u"Grabilica", 0, 1, 2, 0},
+    {1056, 20400, u"Motika Chuck", 0, 1, 2, 0},
+    {1057, 20404, u"parangala", 0, 1, 1, 0},
+    {1058, 20407, u"highlead", 0, 1, 1, 0},
+    {1059, 20410, u"Aerial", 0, 1, 1, 0},
+    {1060, 20413, u"Harvestor Forvarder", 0, 1, 1, 0},
+    {1061, 20416, u"Granica širine", 0, 1, 1, 0},
+    {1062, 20419, u"Napredna regen", 0, 1, 1, 0},
+    {1063, 20422, u"Zrelo drvo", 0, 1, 1, 0},
+    {1064, 20425, u"Debele duple crtice", 0, 2, 0, 0},
+    {1065, 20428, u"Granica bloka", 0, 1, 1, 0},
+    {1066, 20431, u"kontura", 0, 1, 0, 1},
+    {1067, 20434, u"Strim", 1, 0, 3, 0},
+    {1068, 20438, u"talasasta linija", 1, 0, 2, 0},
+};
+
+TEST_F(BuiltInTable, ChainsStartWhereTheNumberingSaysAndHoldWhatItSays) {
+  ASSERT_EQ(m_table.m_nSystemLines, 9);
+  ASSERT_EQ(m_table.m_nUserLines, 43);
+  ASSERT_EQ(std::size(kBuiltIns), 52u);
   EXPECT_EQ(m_table.CheckValid(), 1);
   EXPECT_EQ(m_table.m_nDefaultWidth, 2);
-  EXPECT_EQ(Desc(m_table.m_pSystemLines[0]), u"strelica");
-  EXPECT_EQ(Desc(m_table.m_pSystemLines[8]), u"crtica - tačka  (standardno)");
-  EXPECT_EQ(UserDesc(m_table, 0), u"dvostruka crtica");
-  EXPECT_EQ(UserDesc(m_table, 42), u"talasasta linija");
+  for (const BuiltIn& b : kBuiltIns) {
+    SCOPED_TRACE(b.number);
+    WCHAR header[64];
+    _snwprintf_s(header, 64, _TRUNCATE, u"%d,%d,%d,%d,%s", b.penWidth, b.nLine, b.nSymbol, b.nText, b.desc);
+    EXPECT_EQ(LoadString(static_cast<UINT>(b.firstId)), std::u16string(header));
+    const CLineType& line =
+        b.number < 1026 ? m_table.m_pSystemLines[b.number - 7] : m_table.m_pUserLines[b.number - 1026];
+    EXPECT_EQ(std::u16string(line.GetDesc()), b.desc);
+  }
+  EXPECT_EQ(LoadString(20299), u"43");
   // Loading again replaces both sets rather than adding to them.
   EXPECT_EQ(m_table.FromFile(nullptr, nullptr, nullptr), 0);
   EXPECT_EQ(m_table.m_nUserLines, 43);
+  EXPECT_EQ(m_table.m_nSystemLines, 9);
 }
+
+// A primitive as text, coordinates to a millionth: "filled polygon 1000,0 976,9 976,-9".
+std::string Shape(const RecordedPrimitive& p) {
+  std::string out = "line";
+  if (p.kind == PrimitiveKind::Polygon) out = p.Filled() ? "filled polygon" : "polygon";
+  if (p.kind == PrimitiveKind::Text) out = (p.bkMode == OPAQUE ? "opaque text " : "text ") + vantrel1::ToUtf8(p.text);
+  for (std::size_t i = 0; i < p.x.size(); ++i) {
+    char point[64];
+    // + 0.0 turns a rounded -0 into 0.
+    std::snprintf(point, sizeof point, " %g,%g", std::round(p.x[i] * 1e6) / 1e6 + 0.0,
+                  std::round(p.y[i] * 1e6) / 1e6 + 0.0);
+    out += point;
+  }
+  return out;
+}
+
+std::vector<RecordedPrimitive> Draw(CLineTypeTable& table, int number, std::vector<double> x, std::vector<double> y) {
+  CRecordingDevice device;
+  COLORREF red = RGB(255, 0, 0);
+  CLineType* line = table.CreateLine(number, &red, 0, 0, 0);
+  line->Draw(&device, &device, x.data(), y.data(), static_cast<long>(x.size()), nullptr, 0);
+  table.DeleteLine(line, 0);
+  return device.Primitives();
+}
+
+TEST_F(BuiltInTable, EveryOneDrawsAndReleasesWhatItMade) {
+  for (const BuiltIn& b : kBuiltIns) {
+    const GdiObjectTally before = GdiObjectCounts();
+    EXPECT_FALSE(Draw(m_table, b.number, {0, 400, 500, 900}, {0, 0, 100, 100}).empty()) << b.number;
+    EXPECT_EQ((GdiObjectCounts() - before).Live(), 0) << b.number;
+  }
+}
+
+// Drawn along 0,0 - 1000,0; the y axis points to the left of the path.
+TEST_F(BuiltInTable, DrawWhatTheirNamesSay) {
+  const struct {
+    int number;
+    std::size_t count;
+    std::size_t at;
+    const char* shape;
+  } cases[] = {
+      {7, 2, 1, "filled polygon 1000,0 976,9 976,-9"},  // arrow
+      {8, 3, 1, "filled polygon 1000,0 976,9 976,-9"},  // double arrow
+      {8, 3, 2, "filled polygon 0,0 24,9 24,-9"},
+      {1050, 2, 1, "filled polygon 1000,0 1000,10 1040,0 1000,-10"},  // head beyond the last point
+      {1026, 50, 49, "line 960,15 990,15"},  // dashes either side
+      {1041, 22, 1, "line 0,6 1000,6"},  // rails and sleepers
+      {1041, 22, 2, "line 25,-12 25,12"},
+      {1038, 51, 1, "line 0,0 0,20"},  // embankment: long ticks every 40, short ones between
+      {1038, 51, 50, "line 980,0 980,10"},
+      {1068, 34, 0, "line 0,0 5,5 10,8.7 15,10 20,8.7 25,5 30,0"},  // waves both ways
+      {1068, 34, 17, "line 30,0 35,-5 40,-8.7 45,-10 50,-8.7 55,-5 60,0"},
+      {1066, 3, 1, "opaque text 100 250,-5"},  // contour with its label
+      {1066, 3, 2, "opaque text 100 750,-5"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.number);
+    const std::vector<RecordedPrimitive> drawn = Draw(m_table, c.number, {0, 1000}, {0, 0});
+    ASSERT_EQ(drawn.size(), c.count);
+    EXPECT_EQ(Shape(drawn[c.at]), c.shape);
+  }
+}
+
+// Numbers and descriptions ---------------------------------------------------------------
 
 TEST_F(BuiltInTable, NumbersUserLineTypesFrom1026AndEnumeratesEveryValidNumber) {
   EXPECT_EQ(CLineTypeTable::IsUserLineType(15), 0);
   EXPECT_NE(CLineTypeTable::IsUserLineType(16), 0);
-  EXPECT_EQ(m_table.GetLineTypePtr(16), nullptr);
-  EXPECT_EQ(m_table.GetLineTypePtr(7), nullptr);
+  for (int number : {7, 16, 1025, 1069}) EXPECT_EQ(m_table.GetLineTypePtr(number), nullptr) << number;
   EXPECT_EQ(m_table.GetLineTypePtr(1026), &m_table.m_pUserLines[0]);
   EXPECT_EQ(m_table.GetLineTypePtr(1068), &m_table.m_pUserLines[42]);
-  EXPECT_EQ(m_table.GetLineTypePtr(1069), nullptr);
 
   std::vector<int> numbers;
   for (int n = -1; n != -1 || numbers.empty(); n = m_table.NextUserLineType(n)) numbers.push_back(n);
@@ -92,53 +225,57 @@ TEST_F(BuiltInTable, NumbersUserLineTypesFrom1026AndEnumeratesEveryValidNumber) 
 
 TEST_F(BuiltInTable, NumberedDescriptionsShowUserLineTypesLessAThousand) {
   EXPECT_EQ(CLineTypeTable::MakeDesc(1030, u"trag"), u"trag-30");
-  EXPECT_EQ(CLineTypeTable::MakeDesc(3, u"crtica-tačka"), u"crtica-tačka-3");
-  EXPECT_EQ(CLineTypeTable::MakeDesc(-1, u""), u"--1");
   EXPECT_EQ(CLineTypeTable::MakeDesc(20, u"x"), u"x--980");
 
   const GdiObjectTally before = GdiObjectCounts();
-  EXPECT_EQ(m_table.GetDesc(1026), u"dvostruka crtica-26");
-  EXPECT_EQ(m_table.GetDesc(3), u"crtica-tačka-3");
-  EXPECT_EQ(m_table.GetDesc(6), u"debeo  (težak)-6");
-  EXPECT_EQ(m_table.GetDesc(-1), u"--1");
-  EXPECT_EQ(m_table.GetDesc(12), u"puna  (standardna)-12");
-  // Numbers holding no line fall back to the first system or the first user line type.
-  EXPECT_EQ(m_table.GetDesc(20), u"strelica--980");
-  EXPECT_EQ(m_table.GetDesc(5000), u"dvostruka crtica-4000");
+  const std::pair<int, const char16_t*> cases[] = {
+      {1026, u"dvostruka crtica-26"},
+      {3, u"crtica-tačka-3"},
+      {6, u"debeo  (težak)-6"},
+      {-1, u"--1"},
+      {12, u"puna  (standardna)-12"},
+      // Numbers holding no line fall back to the first system or the first user line type.
+      {20, u"strelica--980"},
+      {5000, u"dvostruka crtica-4000"},
+  };
+  for (const auto& [number, desc] : cases) EXPECT_EQ(m_table.GetDesc(number), desc) << number;
   EXPECT_EQ((GdiObjectCounts() - before).pens.Live(), 0);
-  EXPECT_GT((GdiObjectCounts() - before).pens.created, 0);
   EXPECT_EQ(m_table.m_nCacheCount, 0);
 }
 
 TEST_F(BuiltInTable, FindsLinesByNameIgnoringAsciiCaseLowestNumberFirst) {
-  EXPECT_EQ(m_table.FindLine(u"ČVRST"), 0);
-  // Only the ASCII letters fold, as in the classic locale.
-  EXPECT_EQ(m_table.FindLine(u"čvrst"), -1);
-  EXPECT_EQ(m_table.FindLine(u"Debeo  (srednji)"), 5);
-  EXPECT_EQ(m_table.FindLine(u"STRELICA1"), 9);
-  EXPECT_EQ(m_table.FindLine(u"talasasta linija"), 1068);
-  EXPECT_EQ(m_table.FindLine(u"nema je"), -1);
-  EXPECT_EQ(m_table.FindLine(nullptr), -1);
-
   CLineType dash = Named(u"crtica");
   CLineType trail = Named(u"trag");
   ASSERT_EQ(m_table.AddLineType(dash, nullptr), 44);
   ASSERT_EQ(m_table.AddLineType(trail, nullptr), 45);
-  EXPECT_EQ(m_table.FindLine(u"crtica"), 1);
-  EXPECT_EQ(m_table.FindLine(u"trag"), 1030);
+  const std::pair<const char16_t*, int> cases[] = {
+      {u"ČVRST", 0},
+      {u"čvrst", -1},  // only the ASCII letters fold, as in the classic locale
+      {u"Debeo  (srednji)", 5},
+      {u"STRELICA1", 9},
+      {u"talasasta linija", 1068},
+      {u"crtica", 1},  // the simple line, not the user line type added with its name
+      {u"trag", 1030},
+      {u"nema je", -1},
+      {nullptr, -1},
+  };
+  for (const auto& [name, number] : cases) EXPECT_EQ(m_table.FindLine(name), number);
 }
 
 TEST_F(BuiltInTable, FindsLineNumbersByPlainOrNumberedDescription) {
-  EXPECT_EQ(m_table.GetLineNumber(u"TRAG-30", 1), 1030);
-  EXPECT_EQ(m_table.GetLineNumber(u"trag", 0), 1030);
-  EXPECT_EQ(m_table.GetLineNumber(u"trag-30", 0), -1);
-  EXPECT_EQ(m_table.GetLineNumber(u"trag", 1), -1);
-  EXPECT_EQ(m_table.GetLineNumber(u"tačka-2", 1), 2);
-  EXPECT_EQ(m_table.GetLineNumber(u"dimenzija-11", 1), 11);
-  EXPECT_EQ(m_table.GetLineNumber(u"talasasta linija-68", 1), 1068);
-  // The invisible line is not enumerated.
-  EXPECT_EQ(m_table.GetLineNumber(u"--1", 1), -1);
+  const struct {
+    const char16_t* desc;
+    int numbered, number;
+  } cases[] = {
+      {u"TRAG-30", 1, 1030}, {u"trag", 0, 1030},         {u"trag-30", 0, -1},
+      {u"trag", 1, -1},      {u"tačka-2", 1, 2},         {u"dimenzija-11", 1, 11},
+      {u"talasasta linija-68", 1, 1068},
+      {u"--1", 1, -1},  // the invisible line is not enumerated
+  };
+  for (const auto& c : cases) EXPECT_EQ(m_table.GetLineNumber(c.desc, c.numbered), c.number) << c.numbered;
 }
+
+// Editing the user set -------------------------------------------------------------------
 
 TEST_F(BuiltInTable, AddsCopiesUpToTwoHundredFiftyThenWarns) {
   CRecordingMessageSink sink;
@@ -169,17 +306,17 @@ TEST_F(BuiltInTable, DeletesUserLineTypesNumberedFromSixteen) {
   EXPECT_EQ(m_table.DeleteLineType(INT_MIN), -2);
   EXPECT_EQ(m_table.DeleteLineType(16), 42);
   EXPECT_EQ(UserDesc(m_table, 0), u"velika crtica mala mala");
-  // Past the end, 1026 among them, removes the last one.
-  EXPECT_EQ(m_table.DeleteLineType(5000), 41);
-  EXPECT_EQ(UserDesc(m_table, 40), u"Strim");
-  EXPECT_EQ(m_table.DeleteLineType(1026), 40);
-  EXPECT_EQ(UserDesc(m_table, 39), u"kontura");
-  EXPECT_EQ(Desc(m_table.m_pUserLines[40]), u"");  // the vacated entry is cleared
-  EXPECT_EQ(m_table.DeleteLineType(17), 39);
+  EXPECT_EQ(m_table.DeleteLineType(17), 41);
   EXPECT_EQ(UserDesc(m_table, 1), u"led");
+  // Past the end, 1026 among them, removes the last one.
+  EXPECT_EQ(m_table.DeleteLineType(1026), 40);
+  EXPECT_EQ(UserDesc(m_table, 39), u"Strim");
+  EXPECT_EQ(std::u16string(m_table.m_pUserLines[40].GetDesc()), u"");  // the vacated entry is cleared
   while (m_table.m_nUserLines > 0) m_table.DeleteLineType(16);
   EXPECT_EQ(m_table.DeleteLineType(16), -1);
   EXPECT_EQ(m_table.CheckValid(), 1);
+  // Without user line types, their numbers fall back to the first system line type.
+  EXPECT_EQ(m_table.GetDesc(1026), u"strelica-26");
 }
 
 TEST_F(BuiltInTable, ShiftsUserLineTypesNumberedFromSixteen) {
@@ -188,18 +325,15 @@ TEST_F(BuiltInTable, ShiftsUserLineTypesNumberedFromSixteen) {
   EXPECT_EQ(UserDesc(m_table, 1), u"dvostruka crtica");
   EXPECT_EQ(m_table.m_pUserLines[1].GetNLine(), 2);
   EXPECT_EQ(m_table.ShiftLine(17, -1), 1);
-  EXPECT_EQ(UserDesc(m_table, 0), u"dvostruka crtica");
-  EXPECT_EQ(m_table.ShiftLine(16 + 42, 1), 0);
   EXPECT_EQ(m_table.ShiftLine(16 + 42, -1), 1);
   EXPECT_EQ(UserDesc(m_table, 42), u"Strim");
-  EXPECT_EQ(m_table.ShiftLine(15, 1), 0);
-  // Moves that would leave the array are refused.
-  EXPECT_EQ(m_table.ShiftLine(16, -1), 0);
-  EXPECT_EQ(m_table.ShiftLine(1026, 1), 0);
-  EXPECT_EQ(m_table.ShiftLine(1026, -1), 0);
-  EXPECT_EQ(m_table.ShiftLine(16, INT_MAX), 0);
-  EXPECT_EQ(m_table.ShiftLine(INT_MAX, -1), 0);
+  // Moves that would leave the array are refused, the last entry moving down among them.
+  const std::pair<int, int> refused[] = {{16 + 42, 1}, {15, 1},       {16, -1},       {1026, 1},
+                                         {1026, -1},   {16, INT_MAX}, {INT_MAX, -1}};
+  for (const auto& [number, direction] : refused)
+    EXPECT_EQ(m_table.ShiftLine(number, direction), 0) << number << " " << direction;
   EXPECT_EQ(UserDesc(m_table, 0), u"dvostruka crtica");
+  EXPECT_EQ(UserDesc(m_table, 41), u"talasasta linija");
 }
 
 TEST_F(BuiltInTable, SetsOnlyPresentUserLineTypes) {
@@ -208,176 +342,7 @@ TEST_F(BuiltInTable, SetsOnlyPresentUserLineTypes) {
   EXPECT_EQ(UserDesc(m_table, 1), u"novi");
   EXPECT_EQ(m_table.m_pUserLines[1].GetNLine(), 0);
   EXPECT_EQ(m_table.SetLineType(nullptr, 1027), 0);
-  EXPECT_EQ(m_table.SetLineType(&line, 1069), 0);
-  EXPECT_EQ(m_table.SetLineType(&line, 7), 0);
-  EXPECT_EQ(m_table.SetLineType(&line, 16), 0);
-}
-
-TEST(LineTypeTableCompare, AnyTwoTablesAreEqual) {
-  CLineTypeTable loaded;
-  loaded.FromFile(nullptr, nullptr, nullptr);
-  CLineTypeTable empty;
-  EXPECT_EQ(loaded == empty, 1);
-}
-
-// Table files ------------------------------------------------------------------------------
-
-class TableFile : public ::testing::Test {
- protected:
-  void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "vantrel1-linetable-XXXXXX").string();
-    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-    m_dir = pattern;
-  }
-  void TearDown() override { fs::remove_all(m_dir); }
-
-  std::u16string Path(const char* name) const { return vantrel1::FromUtf8((m_dir / name).string()); }
-  void WriteBytes(const char* name, const std::string& bytes) const {
-    std::ofstream(m_dir / name, std::ios::binary) << bytes;
-  }
-  std::string ReadBytes(const char* name) const {
-    std::ifstream in(m_dir / name, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-  }
-
-  fs::path m_dir;
-};
-
-std::string Section(int index, const char* desc) {
-  return "[LineType" + std::to_string(index) + "]\r\nLineDesc=1,1,0,0," + desc +
-         "\r\nLineItem0=-1,0,1,0,0,300,0,0,0,0,0,0,0,0,0,100,0,0,0,0,0,0,0,0,0\r\n";
-}
-
-TEST_F(TableFile, LoadsItsSectionsUpToTheFirstGap) {
-  WriteBytes("t.lin", Section(0, "prva") + Section(1, "druga") + Section(3, "posle praznine"));
-  CLineTypeTable table;
-  EXPECT_EQ(table.FromFile(nullptr, Path("t.lin").c_str(), nullptr), 1);
-  EXPECT_EQ(table.m_nSystemLines, 9);
-  ASSERT_EQ(table.m_nUserLines, 2);
-  EXPECT_EQ(UserDesc(table, 0), u"prva");
-  EXPECT_EQ(UserDesc(table, 1), u"druga");
-  EXPECT_EQ(table.m_pUserLines[1].GetLineItem(0)->m_nDash[0], 300);
-  EXPECT_EQ(table.CheckValid(), 1);
-}
-
-TEST_F(TableFile, SkipsLeadingHighlightSections) {
-  WriteBytes("bw.lin", Section(0, "HILITE_BW") + Section(1, "prva") + Section(2, "druga"));
-  CLineTypeTable table;
-  EXPECT_EQ(table.FromFile(nullptr, Path("bw.lin").c_str(), nullptr), 1);
-  ASSERT_EQ(table.m_nUserLines, 2);
-  EXPECT_EQ(UserDesc(table, 0), u"prva");
-  EXPECT_EQ(table.FindLine(u"HILITE_BW"), -1);
-
-  WriteBytes("both.lin", Section(0, "HILITE_BW") + Section(1, "HILITE_COLOR") + Section(2, "prva"));
-  EXPECT_EQ(table.FromFile(nullptr, Path("both.lin").c_str(), nullptr), 1);
-  ASSERT_EQ(table.m_nUserLines, 1);
-  EXPECT_EQ(UserDesc(table, 0), u"prva");
-
-  // Only an exact spelling marks a highlight entry, and only in the first two sections.
-  WriteBytes("other.lin", Section(0, "hilite_bw") + Section(1, "prva") + Section(2, "HILITE_COLOR"));
-  EXPECT_EQ(table.FromFile(nullptr, Path("other.lin").c_str(), nullptr), 1);
-  ASSERT_EQ(table.m_nUserLines, 3);
-  EXPECT_EQ(UserDesc(table, 0), u"hilite_bw");
-
-  WriteBytes("only.lin", Section(0, "HILITE_COLOR"));
-  EXPECT_EQ(table.FromFile(nullptr, Path("only.lin").c_str(), nullptr), 1);
-  EXPECT_EQ(table.m_nUserLines, 0);
-  EXPECT_EQ(table.CheckValid(), 1);
-}
-
-TEST_F(TableFile, FallsBackToTheBuiltInSetWhenTheFileHasNoLineTypes) {
-  WriteBytes("empty.lin", "[Other]\r\nKey=1\r\n");
-  CLineTypeTable table;
-  EXPECT_EQ(table.FromFile(nullptr, Path("empty.lin").c_str(), nullptr), 0);
-  EXPECT_EQ(table.m_nUserLines, 43);
-  EXPECT_EQ(table.FromFile(nullptr, Path("missing.lin").c_str(), nullptr), 0);
-  EXPECT_EQ(table.m_nUserLines, 43);
-  EXPECT_EQ(table.CheckValid(), 1);
-}
-
-TEST_F(TableFile, StopsAtABrokenSectionKeepingWhatWasRead) {
-  WriteBytes("bad.lin", Section(0, "prva") + Section(1, "druga") +
-                            "[LineType2]\r\nLineDesc=1,251,0,0,previse\r\n" + Section(3, "cetvrta"));
-  CLineTypeTable table;
-  EXPECT_EQ(table.FromFile(nullptr, Path("bad.lin").c_str(), nullptr), 0);
-  EXPECT_EQ(table.m_nUserLines, 2);
-  EXPECT_EQ(table.m_nSystemLines, 9);
-}
-
-class ProfileCounter : public CVantrelAppBaseX {
- public:
-  DWORD GetProfileStringX(LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue, LPWSTR buffer, DWORD size,
-                          LPCWSTR file) const override {
-    ++reads;
-    return CVantrelAppBaseX::GetProfileStringX(section, key, defaultValue, buffer, size, file);
-  }
-  int GetDefaultLineWidth() const override { return 7; }
-  mutable int reads = 0;
-};
-
-TEST_F(TableFile, ReadsThroughTheApplicationContext) {
-  WriteBytes("t.lin", Section(0, "prva"));
-  ProfileCounter app;
-  CLineTypeTable table;
-  EXPECT_EQ(table.FromFile(&app, Path("t.lin").c_str(), nullptr), 1);
-  // Counting finds section 0 and misses section 1; section 0 (header, font, one item) is
-  // then read twice: once to look for a highlight entry, once to keep.
-  EXPECT_EQ(app.reads, 2 + 3 + 3);
-  EXPECT_EQ(table.m_nDefaultWidth, 7);
-}
-
-// Writes the table's user line types one section each, as a table file holds them.
-void WriteSections(CLineTypeTable& table, const std::u16string& file) {
-  WCHAR section[32];
-  for (int i = 0; i < table.m_nUserLines; ++i) {
-    _snwprintf_s(section, 32, _TRUNCATE, u"LineType%d", i);
-    ASSERT_EQ(table.m_pUserLines[i].ToFile(nullptr, file.c_str(), section), 1);
-  }
-}
-
-// A line type's description, pen width and item records as one text.
-std::u16string Records(CLineType& line) {
-  std::u16string out = line.GetDesc();
-  out += u'|';
-  out += static_cast<char16_t>(u'0' + line.GetPenWidth());
-  WCHAR record[512];
-  for (int k = 0; k < line.GetNLine(); ++k) out += u'|' + std::u16string(line.GetLineItem(k)->ToAscii(record, 512));
-  for (int k = 0; k < line.GetNSymbol(); ++k) out += u'|' + std::u16string(line.GetSymbolItem(k)->ToAscii(record, 512));
-  for (int k = 0; k < line.GetNText(); ++k) out += u'|' + std::u16string(line.GetTextItem(k)->ToAscii(record, 512));
-  return out;
-}
-
-void ExpectSameUserLines(CLineTypeTable& a, CLineTypeTable& b) {
-  ASSERT_EQ(a.m_nUserLines, b.m_nUserLines);
-  for (int i = 0; i < a.m_nUserLines; ++i)
-    EXPECT_EQ(Records(a.m_pUserLines[i]), Records(b.m_pUserLines[i])) << "user line type " << i;
-}
-
-TEST_F(TableFile, RoundTripsTheBuiltInSetThroughUtf8AndUtf16Files) {
-  CLineTypeTable builtIn;
-  builtIn.FromFile(nullptr, nullptr, nullptr);
-
-  const std::u16string utf8 = Path("utf8.lin");
-  WriteSections(builtIn, utf8);
-  const std::string bytes = ReadBytes("utf8.lin");
-  EXPECT_EQ(bytes.rfind("[LineType0]\r\nLineDesc=1,2,0,0,dvostruka crtica\r\n", 0), 0u);
-  EXPECT_NE(bytes.find("LineDesc=1,2,1,0,\xC5\xBE" "eleznica"), std::string::npos);
-
-  WriteBytes("utf16.lin", std::string("\xFF\xFE", 2));
-  const std::u16string utf16 = Path("utf16.lin");
-  WriteSections(builtIn, utf16);
-  const std::string wide = ReadBytes("utf16.lin");
-  ASSERT_GE(wide.size(), 4u);
-  EXPECT_EQ(wide.substr(0, 4), std::string("\xFF\xFE[\0", 4));
-  EXPECT_NE(wide.find(std::string("h\0e\0d\0\x7E\x01", 8)), std::string::npos);  // "hedž"
-
-  for (const std::u16string& file : {utf8, utf16}) {
-    CLineTypeTable loaded;
-    EXPECT_EQ(loaded.FromFile(nullptr, file.c_str(), nullptr), 1);
-    EXPECT_EQ(loaded.CheckValid(), 1);
-    ExpectSameUserLines(builtIn, loaded);
-    EXPECT_EQ(loaded.FindLine(u"postojeći potporni zid"), 1045);
-  }
+  for (int number : {1069, 7, 16}) EXPECT_EQ(m_table.SetLineType(&line, number), 0) << number;
 }
 
 }  // namespace

@@ -11,19 +11,10 @@
 class MarkupProbe : public CMarkup {
  public:
   using CMarkup::CMarkup;
-  using CMarkup::ElemPos;
-  using CMarkup::TokenPos;
   using CMarkup::x_AddElem;
-  using CMarkup::x_FindAny;
-  using CMarkup::x_FindChar;
-  using CMarkup::x_FindToken;
-  using CMarkup::x_GetToken;
-  using CMarkup::x_ParseNode;
   using CMarkup::x_TextFromDoc;
-  using CMarkup::x_TextToDoc;
 
   int FreeIndex() const { return m_nFreeIndex; }
-  int IndexSize() const { return static_cast<int>(m_aIndex.size()); }
   const ElemPos& Entry(int index) const { return x_Pos(index); }
   int ParentPos() const { return m_nParentIndex; }
   int MainPos() const { return m_nMainIndex; }
@@ -31,7 +22,6 @@ class MarkupProbe : public CMarkup {
   int Kind() const { return m_nCurrentKind; }
   void SetLastError(const CStdStrW& text) { m_sLastError = text; }
   CStdStrW TagName(int index) const { return x_GetTagName(index); }
-  CStdStrW Data(int index) const { return x_GetData(index); }
 };
 
 namespace markup_probe {

@@ -1,13 +1,17 @@
+// The cursor and everything that reads the document through it.
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "markup/MarkupProbe.h"
 
+using markup_probe::IndexMismatch;
 using markup_probe::Narrow;
 
 namespace {
 
 const char16_t* const kRecord =
-    u"<T a=\"1\" b='x&amp;y' c=3 d = \"4\"><N>42</N><D> 2.5 </D><C>c</C><E/>"
+    u"<T a=\"1\" b='x&amp;y' c=3 d = \"4\" / y='2'><N>42</N><D> 2.5 </D><C>c</C><E/>"
     u"<S>a&lt;b &#65; &unknown; &lt</S><K> <![CDATA[a<b&amp;]]></K><N>7</N>"
     u"<Q>&apos;&quot;&gt;</Q><L>d</L></T>";
 
@@ -22,25 +26,14 @@ class MarkupRead : public ::testing::Test {
 
 }  // namespace
 
-TEST_F(MarkupRead, AttributesAreUnescapedAndMustBeQuoted) {
-  EXPECT_EQ(Narrow(m.GetTagName()), "T");
-  EXPECT_EQ(Narrow(m.GetAttrib(u"a")), "1");
-  EXPECT_EQ(Narrow(m.GetAttrib(u"b")), "x&y");
-  EXPECT_EQ(Narrow(m.GetAttrib(u"c")), "");
-  EXPECT_EQ(Narrow(m.GetAttrib(u"d")), "4");
-  EXPECT_EQ(Narrow(m.GetAttrib(u"missing")), "");
-  EXPECT_EQ(Narrow(m.GetAttrib(nullptr)), "");
-  // "3", the unquoted value of c, reads as a name without a value.
-  EXPECT_EQ(Narrow(m.GetAttrib(u"3")), "");
-}
-
-TEST_F(MarkupRead, AttributeSearchStopsAtTheEndOfTheStartTag) {
-  ASSERT_TRUE(m.SetDoc(u"<a x='1' / y='2'><b y='3'/></a>"));
-  ASSERT_TRUE(m.FindElem());
-  EXPECT_EQ(Narrow(m.GetAttrib(u"x")), "1");
-  EXPECT_EQ(Narrow(m.GetAttrib(u"y")), "");
-  ASSERT_TRUE(m.FindChildElem(u"b"));
-  EXPECT_EQ(Narrow(m.GetChildAttrib(u"y")), "3");
+TEST_F(MarkupRead, AttributesAreUnescapedQuotedAndInsideTheStartTag) {
+  const std::pair<const char16_t*, const char*> cases[] = {
+      {u"a", "1"}, {u"b", "x&y"}, {u"d", "4"}, {u"missing", ""}, {nullptr, ""},
+      {u"c", ""},  // an unquoted value is no value
+      {u"3", ""},  // ... and does not read as a name either
+      {u"y", ""},  // after a '/' the tag has ended
+  };
+  for (const auto& [name, value] : cases) EXPECT_EQ(Narrow(m.GetAttrib(name)), value) << (name ? Narrow(name) : "null");
 }
 
 TEST_F(MarkupRead, TypedReadsFindTheFirstChildOfThatNameInAnyOrder) {
@@ -53,56 +46,39 @@ TEST_F(MarkupRead, TypedReadsFindTheFirstChildOfThatNameInAnyOrder) {
   EXPECT_EQ(m.GetDataInt(u"N", 9), 42);
   EXPECT_EQ(Narrow(m.GetDataStr(u"Missing", u"def")), "def");
   EXPECT_EQ(Narrow(m.GetDataStr(u"Q", u"")), "'\">");
-}
+  EXPECT_EQ(Narrow(m.GetDataStr(u"K", u"")), "a<b&amp;");  // CDATA as written
 
-TEST_F(MarkupRead, TypedReadLeavesTheFoundFieldAsChildPosition) {
+  // A zero character is written as the letter c, or as nothing.
+  const std::pair<const char16_t*, WCHAR> chars[] = {{u"C", 0}, {u"E", 0}, {u"L", u'd'}, {u"N", u'4'}, {u"Missing", u'x'}};
+  for (const auto& [name, c] : chars) EXPECT_EQ(m.GetDataChar(name, u'x'), c) << Narrow(name);
+
+  // The field found last stays the child position.
   ASSERT_EQ(m.GetDataInt(u"D", 0), 2);
   EXPECT_EQ(Narrow(m.GetTagName()), "T");
   EXPECT_EQ(Narrow(m.GetChildTagName()), "D");
-  EXPECT_EQ(m.ParentPos(), 0);
   EXPECT_EQ(m.Kind(), 1);
   ASSERT_TRUE(m.FindChildElem(u"N"));
   EXPECT_EQ(Narrow(m.GetChildData()), "7");
 }
 
-TEST_F(MarkupRead, CharacterFieldsWriteZeroAsTheLetterC) {
-  EXPECT_EQ(m.GetDataChar(u"C", u'x'), 0);
-  EXPECT_EQ(m.GetDataChar(u"L", u'x'), u'd');
-  EXPECT_EQ(m.GetDataChar(u"E", u'x'), 0);
-  EXPECT_EQ(m.GetDataChar(u"Missing", u'x'), u'x');
-  EXPECT_EQ(m.GetDataChar(u"N", u'x'), u'4');
+TEST(MarkupReadData, IsTheTextBetweenTheTagsOrASectionThatStartsIt) {
+  const std::pair<const char16_t*, const char*> cases[] = {
+      {u"<T> x </T>", " x "},
+      {u"<T> x <U/></T>", ""},  // a parent has no data
+      {u"<T/>", ""},
+      {u"<T></T>", ""},
+      {u"<T><![CDATA[]]></T>", ""},
+      {u"<T><![CDATA[a]]>tail</T>", "a"},                // text after the section is not part of it
+      {u"<T>x<![CDATA[a]]></T>", "x<![CDATA[a]]>"},      // text before it makes all the content data
+  };
+  for (const auto& [doc, data] : cases) {
+    MarkupProbe m(doc);
+    ASSERT_TRUE(m.FindElem());
+    EXPECT_EQ(Narrow(m.GetData()), data) << Narrow(doc);
+  }
 }
 
-TEST_F(MarkupRead, CDataIsReturnedAsWritten) {
-  EXPECT_EQ(Narrow(m.GetDataStr(u"K", u"")), "a<b&amp;");
-  ASSERT_TRUE(m.SetDoc(u"<T><![CDATA[]]></T>"));
-  ASSERT_TRUE(m.FindElem());
-  EXPECT_EQ(Narrow(m.GetData()), "");
-  // Text after the section is not part of the value.
-  ASSERT_TRUE(m.SetDoc(u"<T><![CDATA[a]]>tail</T>"));
-  ASSERT_TRUE(m.FindElem());
-  EXPECT_EQ(Narrow(m.GetData()), "a");
-  // Text before it makes the whole content the value.
-  ASSERT_TRUE(m.SetDoc(u"<T>x<![CDATA[a]]></T>"));
-  ASSERT_TRUE(m.FindElem());
-  EXPECT_EQ(Narrow(m.GetData()), "x<![CDATA[a]]>");
-}
-
-TEST_F(MarkupRead, DataKeepsWhitespaceAndIsEmptyForParentsAndEmptyElements) {
-  ASSERT_TRUE(m.SetDoc(u"<T> x <U/><V></V></T>"));
-  ASSERT_TRUE(m.FindElem());
-  EXPECT_EQ(Narrow(m.GetData()), "");
-  ASSERT_TRUE(m.SetDoc(u"<T> x </T>"));
-  ASSERT_TRUE(m.FindElem());
-  EXPECT_EQ(Narrow(m.GetData()), " x ");
-  ASSERT_TRUE(m.SetDoc(u"<T><U/><V></V></T>"));
-  ASSERT_TRUE(m.FindChildElem(u"U"));
-  EXPECT_EQ(Narrow(m.GetChildData()), "");
-  ASSERT_TRUE(m.FindChildElem(u"V"));
-  EXPECT_EQ(Narrow(m.GetChildData()), "");
-}
-
-TEST_F(MarkupRead, EntitiesMustFitInsideTheText) {
+TEST(MarkupReadData, EntitiesMustFitInsideTheText) {
   MarkupProbe text(u"<a>&amp;lt; &quot &apos;&</a>");
   EXPECT_EQ(Narrow(text.x_TextFromDoc(3, 24)), "&lt; &quot '&");
   // An entity that does not end inside the range stays as written.
@@ -115,37 +91,26 @@ TEST_F(MarkupRead, CursorWalksIntoAndOutOfElements) {
   ASSERT_TRUE(m.IntoElem());
   EXPECT_EQ(m.ParentPos(), 1);
   EXPECT_EQ(m.MainPos(), 0);
-  EXPECT_EQ(m.Kind(), 0);
-  ASSERT_TRUE(m.FindElem());
-  EXPECT_EQ(Narrow(m.GetTagName()), "N");
   ASSERT_TRUE(m.FindElem(u"N"));
-  EXPECT_EQ(Narrow(m.GetData()), "7");
-  EXPECT_FALSE(m.FindElem(u"N"));
+  ASSERT_TRUE(m.FindElem(u"N"));
+  EXPECT_FALSE(m.FindElem(u"N"));  // a failed search keeps the position
   EXPECT_EQ(Narrow(m.GetData()), "7");
   ASSERT_TRUE(m.IntoElem());
   EXPECT_FALSE(m.FindElem());
   ASSERT_TRUE(m.OutOfElem());
   ASSERT_TRUE(m.OutOfElem());
   EXPECT_EQ(Narrow(m.GetTagName()), "T");
-  EXPECT_EQ(Narrow(m.GetChildTagName()), "N");
   EXPECT_EQ(Narrow(m.GetChildData()), "7");
   EXPECT_FALSE(m.OutOfElem());
-}
 
-TEST_F(MarkupRead, IntoElemNeedsAnElementAtTheMainPosition) {
+  // IntoElem needs an element at the main position.
   m.ResetMainPos();
-  EXPECT_EQ(m.Kind(), 0);
   EXPECT_FALSE(m.IntoElem());
   m.ResetPos();
   EXPECT_FALSE(m.IntoElem());
-  EXPECT_FALSE(m.OutOfElem());
-}
-
-TEST_F(MarkupRead, FindChildElemFirstTakesTheFirstElementAsMain) {
-  m.ResetPos();
+  // FindChildElem first takes the first element as the main one.
   ASSERT_TRUE(m.FindChildElem(u"E"));
   EXPECT_EQ(Narrow(m.GetTagName()), "T");
-  EXPECT_EQ(Narrow(m.GetChildTagName()), "E");
   EXPECT_FALSE(m.FindChildElem(u"E"));
   EXPECT_EQ(Narrow(m.GetChildTagName()), "E");
   m.ResetChildPos();
@@ -153,15 +118,72 @@ TEST_F(MarkupRead, FindChildElemFirstTakesTheFirstElementAsMain) {
   EXPECT_EQ(m.ChildPos(), 0);
 }
 
-TEST_F(MarkupRead, NameMatchesAToleratedSuffixOfTheSearchName) {
+// A search name may carry a suffix after '[', '=', '/' or a space that the tag lacks;
+// otherwise whole names are compared, case and all.
+TEST(MarkupReadSearch, ComparesWholeTagNamesUpToAToleratedSuffix) {
+  MarkupProbe m(u"<r><xy/><x[1]/>< x k='1'/><x/></r>");
+  const struct {
+    const char16_t* name;
+    int tagOpen;  // of the first match, -1 for none
+  } cases[] = {{u"x", 15},    {u"x[1]", 8}, {u"x[2]", 15}, {u"x y", 15},
+               {u"xy", 3},    {u"xyz", -1}, {u"X", -1},    {u"r", -1}};
+  for (const auto& c : cases) {
+    m.ResetPos();
+    EXPECT_EQ(m.FindChildElem(c.name) ? m.Entry(m.ChildPos()).nTagOpen : -1, c.tagOpen) << Narrow(c.name);
+  }
   m.ResetPos();
-  EXPECT_TRUE(m.FindElem(u"T x"));
-  m.ResetPos();
-  EXPECT_TRUE(m.FindElem(u"T[1]"));
-  m.ResetPos();
-  EXPECT_FALSE(m.FindElem(u"Tx"));
-  m.ResetPos();
-  EXPECT_FALSE(m.FindElem(u"t"));
+  EXPECT_TRUE(m.FindElem(u"r[1]"));
+  ASSERT_TRUE(m.FindChildElem(u"x"));
+  ASSERT_TRUE(m.FindChildElem(u"x"));
+  EXPECT_EQ(m.Entry(m.ChildPos()).nTagOpen, 26);
+  EXPECT_FALSE(m.FindChildElem(u"x"));
+}
+
+// Entries looked up from the top again and again, as a table reader looks them up, in a
+// list long enough that the searches remember the names they have walked past.
+TEST(MarkupReadSearch, RepeatedSearchesFromTheTopFindTheFirstMatch) {
+  const auto number = [](int i) { return vantrel1::FromUtf8(std::to_string(i)); };
+  std::u16string doc = u"<T>";
+  for (int i = 0; i < 600; ++i) doc += u"<E" + number(i) + u">" + number(i) + u"</E" + number(i) + u">";
+  doc += u"<E7>second</E7><x>short</x><x[1]>long</x[1]></T>";
+  MarkupProbe m(doc.c_str());
+  const auto find = [&m](const char16_t* name) {
+    m.ResetPos();
+    return m.FindChildElem(name) ? Narrow(m.GetChildData()) : std::string("none");
+  };
+
+  for (int i = 599; i >= 0; i -= 7) {
+    const std::u16string name = u"E" + number(i);
+    ASSERT_EQ(find(name.c_str()), std::to_string(i));
+  }
+  // A failed search has walked past every child, the later duplicate and "x[1]" too.
+  EXPECT_EQ(find(u"E600"), "none");
+  EXPECT_EQ(find(u"E"), "none");
+  EXPECT_EQ(find(u"E7"), "7");
+  EXPECT_EQ(find(u"E60 0"), "60");
+  EXPECT_EQ(find(u"x[2]"), "short");
+  EXPECT_EQ(find(u"x[1]"), "short");
+
+  // Edits move the tags; what the searches remembered must not outlive them.
+  ASSERT_EQ(find(u"E3"), "3");
+  ASSERT_TRUE(m.SetChildAttrib(u"k", u"a longer value than before"));
+  EXPECT_EQ(find(u"E599"), "599");
+  EXPECT_EQ(m.Entry(m.ChildPos()).nTagOpen, static_cast<int>(m.GetDoc().find(u"<E599>")));
+  ASSERT_EQ(find(u"E0"), "0");
+  ASSERT_TRUE(m.x_AddElem(u"E5", u"new", true, true));
+  EXPECT_EQ(find(u"E5"), "new");
+  EXPECT_EQ(find(u"E598"), "598");
+  EXPECT_EQ(IndexMismatch(m), "");
+
+  MarkupProbe copy(m);
+  copy.ResetPos();
+  ASSERT_TRUE(copy.FindChildElem(u"E597"));
+  EXPECT_EQ(Narrow(copy.GetChildData()), "597");
+  ASSERT_TRUE(copy.SetDoc(u"<T><E5>other</E5></T>"));
+  copy.ResetPos();
+  ASSERT_TRUE(copy.FindChildElem(u"E5"));
+  EXPECT_EQ(Narrow(copy.GetChildData()), "other");
+  EXPECT_EQ(find(u"E5"), "new");
 }
 
 TEST(MarkupReadEmpty, EverythingFailsQuietlyWithoutAnIndex) {
