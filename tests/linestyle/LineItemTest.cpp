@@ -10,31 +10,13 @@
 #include "linestyle/Tenths.h"
 #include "platform/Archive.h"
 #include "platform/Utf.h"
+#include "RecordTestSupport.h"
 
 namespace {
 
-std::u16string Record(CLineItem& item, std::size_t size = 512) {
-  std::vector<WCHAR> buffer(size, u'#');
-  const WCHAR* result = item.ToAscii(buffer.data(), size);
-  return result == nullptr ? u"<null>" : std::u16string(result);
-}
-
-std::vector<BYTE> Le32(std::initializer_list<std::int32_t> values) {
-  std::vector<BYTE> bytes;
-  for (const std::int32_t value : values)
-    for (int shift = 0; shift < 32; shift += 8) bytes.push_back(static_cast<BYTE>(static_cast<std::uint32_t>(value) >> shift));
-  return bytes;
-}
-
-int LoadFailure(const std::vector<BYTE>& bytes, CLineItem& item) {
-  CArchive in(bytes);
-  try {
-    item.Serialize(in);
-  } catch (const CArchiveException& e) {
-    return e.m_cause;
-  }
-  return CArchiveException::none;
-}
+using vantrel1::test::Record;
+using vantrel1::test::Le32;
+using vantrel1::test::LoadFailure;
 
 }  // namespace
 

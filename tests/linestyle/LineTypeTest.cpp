@@ -8,8 +8,12 @@
 #include "platform/Archive.h"
 #include "platform/Gdi.h"
 #include "platform/RecordingDevice.h"
+#include "RecordTestSupport.h"
 
 namespace {
+
+using vantrel1::test::Le32;
+using vantrel1::test::LoadFailure;
 
 CLineItem Dashed(int width) {
   const int dashes[10] = {300};
@@ -44,16 +48,6 @@ std::vector<BYTE> Stored(CLineType& type) {
   CArchive out(CArchive::store);
   type.Serialize(out);
   return out.GetBytes();
-}
-
-int LoadFailure(const std::vector<BYTE>& bytes, CLineType& type) {
-  CArchive in(bytes);
-  try {
-    type.Serialize(in);
-  } catch (const CArchiveException& e) {
-    return e.m_cause;
-  }
-  return CArchiveException::none;
 }
 
 void PutLe32(std::vector<BYTE>& bytes, std::size_t at, std::int32_t value) {

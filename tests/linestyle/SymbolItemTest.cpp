@@ -9,14 +9,12 @@
 #include "platform/RecordingMessageSink.h"
 #include "platform/Utf.h"
 #include "suite/CoordBaseX.h"
+#include "RecordTestSupport.h"
 
 namespace {
 
-std::u16string Record(CSymbolItem& item, std::size_t size = 512) {
-  std::vector<WCHAR> buffer(size, u'#');
-  const WCHAR* result = item.ToAscii(buffer.data(), size);
-  return result == nullptr ? u"<null>" : std::u16string(result);
-}
+using vantrel1::test::Record;
+using vantrel1::test::LoadFailure;
 
 // The figure's flags, as a string of digits ("0110").
 std::string Flags(const CSymbolItem& item) {
@@ -40,17 +38,6 @@ CSymbolItem Figure(const std::string& flags) {
     item.m_bPenDown[i] = static_cast<signed char>(flags[static_cast<std::size_t>(i)] - '0');
   }
   return item;
-}
-
-int LoadFailure(const std::vector<BYTE>& bytes) {
-  CArchive in(bytes);
-  CSymbolItem item;
-  try {
-    item.Serialize(in);
-  } catch (const CArchiveException& e) {
-    return e.m_cause;
-  }
-  return CArchiveException::none;
 }
 
 }  // namespace
@@ -172,10 +159,12 @@ TEST(SymbolItemRecords, ArchiveLoadingRefusesOverfullFiguresAndShortPoints) {
   item.Serialize(out);
   std::vector<BYTE> bytes = out.GetBytes();
   bytes[24] = 21;
-  EXPECT_EQ(LoadFailure(bytes), CArchiveException::badIndex);
+  CSymbolItem fresh;
+  EXPECT_EQ(LoadFailure(bytes, fresh), CArchiveException::badIndex);
   bytes[24] = 4;
   bytes.resize(bytes.size() - 5);  // the last point's y and flag are missing
-  EXPECT_EQ(LoadFailure(bytes), CArchiveException::endOfFile);
+  CSymbolItem another;
+  EXPECT_EQ(LoadFailure(bytes, another), CArchiveException::endOfFile);
 }
 
 TEST(SymbolItemRecords, DeletingAMoveKeepsTheBreak) {

@@ -6,14 +6,11 @@
 #include "linestyle/TextItem.h"
 #include "platform/Archive.h"
 #include "platform/Utf.h"
+#include "RecordTestSupport.h"
 
 namespace {
 
-std::u16string Record(CTextItem& item, std::size_t size = 512) {
-  std::vector<WCHAR> buffer(size, u'#');
-  const WCHAR* result = item.ToAscii(buffer.data(), size);
-  return result == nullptr ? u"<null>" : std::u16string(result);
-}
+using vantrel1::test::Record;
 
 }  // namespace
 
