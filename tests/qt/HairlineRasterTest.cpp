@@ -151,6 +151,58 @@ TEST(HairlineRaster, WritesOnlyInsideTheImageWhateverTheCoordinates) {
   EXPECT_DOUBLE_EQ(Ink(image), 16.0 + 16.0 * 128 / 255.0);
 }
 
+// An image over a larger buffer whose guard words (before the first row, in every row's
+// padding and after the last row) must survive any line.
+TEST(HairlineRaster, RandomLinesNeverWriteOutsideTheImage) {
+  constexpr std::uint32_t kGuard = 0xDEADBEEFu;
+  std::uint64_t state = 0x9E3779B97F4A7C15u;
+  auto next = [&state] {
+    state ^= state << 13;
+    state ^= state >> 7;
+    state ^= state << 17;
+    return state;
+  };
+  const double scales[] = {1.0, 40.0, 1e6, 1e300};
+  int inked = 0;
+  for (int round = 0; round < 40; ++round) {
+    const int w = 1 + static_cast<int>(next() % 37);
+    const int h = 1 + static_cast<int>(next() % 29);
+    const int pad = static_cast<int>(next() % 3);
+    const int stride = w + pad;  // in words
+    std::vector<std::uint32_t> buffer(static_cast<std::size_t>(stride * h + 2 * stride), kGuard);
+    std::uint32_t* first = buffer.data() + stride;
+    for (int y = 0; y < h; ++y)
+      for (int x = 0; x < w; ++x) first[y * stride + x] = 0xFFFFFFFFu;
+    QImage image(reinterpret_cast<uchar*>(first), w, h, stride * 4, QImage::Format_RGB32);
+    HairlineRaster raster(&image);
+    for (int i = 0; i < 500; ++i) {
+      const double scale = scales[next() % 4];
+      // From one image size before the image to two after it, or as far as the scale.
+      auto coordinate = [&](int side) {
+        const double unit = static_cast<double>(next() >> 11) * 0x1.0p-53;
+        return (unit * 3.0 - 1.0) * (scale > 1.0 ? scale : side);
+      };
+      const QPointF a(coordinate(w), coordinate(h));
+      const QPointF b(coordinate(w), coordinate(h));
+      if (i % 7 == 0) {
+        const QPointF points[] = {a, b, QPointF(coordinate(w), coordinate(h))};
+        raster.DrawPolyline(points, 3, QPointF(0.5, -0.25), kBlack);
+      } else {
+        raster.Draw(a, b, kBlack);
+      }
+    }
+    for (int x = 0; x < stride; ++x) {
+      ASSERT_EQ(buffer[static_cast<std::size_t>(x)], kGuard) << round;
+      ASSERT_EQ(buffer[static_cast<std::size_t>(stride * (h + 1) + x)], kGuard) << round;
+    }
+    for (int y = 0; y < h; ++y) {
+      for (int x = w; x < stride; ++x) ASSERT_EQ(first[y * stride + x], kGuard) << round << " row " << y;
+      for (int x = 0; x < w; ++x) inked += first[y * stride + x] != 0xFFFFFFFFu ? 1 : 0;
+    }
+  }
+  EXPECT_GT(inked, 1000);  // the lines did reach the images
+}
+
 TEST(HairlineRaster, OnlyWordFormatsWithoutStraightAlphaAreDrawn) {
   EXPECT_TRUE(HairlineRaster::Supports(QImage::Format_RGB32));
   EXPECT_TRUE(HairlineRaster::Supports(QImage::Format_ARGB32_Premultiplied));
