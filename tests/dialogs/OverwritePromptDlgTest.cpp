@@ -50,8 +50,13 @@ INT_PTR Answer(COverwritePromptDlg& dlg, int id) {
       [&] { return dlg.DoModal(); });
 }
 
-TEST(OverwritePrompt, ShowsItsTitleAndTheFourButtonsInTheirOrder) {
-  Application();
+// Every test makes its dialogs on a running GUI application.
+class OverwritePrompt : public ::testing::Test {
+ protected:
+  void SetUp() override { Application(); }
+};
+
+TEST_F(OverwritePrompt, ShowsItsTitleAndTheFourButtonsInTheirOrder) {
   COverwritePromptDlg dlg;
   std::vector<std::pair<int, CStdStrW>> buttons;
   CStdStrW title;
@@ -71,7 +76,7 @@ TEST(OverwritePrompt, ShowsItsTitleAndTheFourButtonsInTheirOrder) {
   EXPECT_EQ(buttons[3].second, CStdStrW(u"Preskoči sve"));
 }
 
-TEST(OverwritePrompt, EachButtonSetsItsAnswerAndClosesWithOkClearingTheDetails) {
+TEST_F(OverwritePrompt, EachButtonSetsItsAnswerAndClosesWithOkClearingTheDetails) {
   const struct {
     int id;
     Flags flags;
@@ -94,7 +99,7 @@ TEST(OverwritePrompt, EachButtonSetsItsAnswerAndClosesWithOkClearingTheDetails) 
   }
 }
 
-TEST(OverwritePrompt, EscapeClosesWithCancelAndNoAnswer) {
+TEST_F(OverwritePrompt, EscapeClosesWithCancelAndNoAnswer) {
   COverwritePromptDlg dlg;
   dlg.SetNotifyDetails(u"ograda", u"Normal.lin");
   EXPECT_EQ(Answer(dlg, 0), IDCANCEL);
@@ -102,7 +107,7 @@ TEST(OverwritePrompt, EscapeClosesWithCancelAndNoAnswer) {
   EXPECT_EQ(dlg.m_strDetail1, CStdStrW(u"ograda"));
 }
 
-TEST(OverwritePrompt, TheAllAnswersOutliveRepeatedShowingsWhileThisItemsAnswersStartAfresh) {
+TEST_F(OverwritePrompt, TheAllAnswersOutliveRepeatedShowingsWhileThisItemsAnswersStartAfresh) {
   COverwritePromptDlg dlg;
   Answer(dlg, COverwritePromptDlg::IDC_OVERWRITE);
   EXPECT_EQ(FlagsOf(dlg), (Flags{1, 0, 0, 0}));
@@ -116,7 +121,7 @@ TEST(OverwritePrompt, TheAllAnswersOutliveRepeatedShowingsWhileThisItemsAnswersS
   EXPECT_EQ(FlagsOf(dlg), (Flags{0, 1, 0, 1}));
 }
 
-TEST(OverwritePrompt, TheQuestionIsTheFormatFilledWithTheTwoDetails) {
+TEST_F(OverwritePrompt, TheQuestionIsTheFormatFilledWithTheTwoDetails) {
   const struct {
     const char16_t* format;
     const char16_t* detail1;
@@ -150,8 +155,7 @@ TEST(OverwritePrompt, TheQuestionIsTheFormatFilledWithTheTwoDetails) {
   }
 }
 
-TEST(OverwritePrompt, IsOwnedByItsParentWindow) {
-  Application();
+TEST_F(OverwritePrompt, IsOwnedByItsParentWindow) {
   QWidget frame;
   CWnd parent(&frame);
   COverwritePromptDlg dlg(&parent);

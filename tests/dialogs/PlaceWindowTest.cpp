@@ -16,7 +16,6 @@ using vantrel1::test::Application;
 class Window {
  public:
   explicit Window(const QRect& rect) {
-    Application();
     m_widget.setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     m_widget.setGeometry(rect);
     m_widget.show();
@@ -30,6 +29,7 @@ class Window {
   }
 
  private:
+  [[maybe_unused]] bool m_applicationRuns = Application() != nullptr;  // before the widget
   QWidget m_widget;
 };
 
