@@ -186,13 +186,4 @@ TEST_F(HelpTest, WithoutAnApplicationNothingIsShownButTheRequestStillCounts) {
   EXPECT_EQ(app.shown.size(), 1u);
 }
 
-TEST(HelpClock, TheSystemClockIsRestoredAndAdvances) {
-  const vantrel1::HelpTickSource previous = vantrel1::SetHelpTickSource(FakeTicks);
-  EXPECT_EQ(vantrel1::SetHelpTickSource(nullptr), &FakeTicks);
-  const DWORD first = vantrel1::HelpTickCount();
-  const DWORD second = vantrel1::HelpTickCount();
-  EXPECT_LE(static_cast<DWORD>(second - first), 1000u);
-  vantrel1::SetHelpTickSource(previous);
-}
-
 }  // namespace
