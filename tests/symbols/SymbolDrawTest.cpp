@@ -115,7 +115,7 @@ TEST(SymbolDraw, OldStyleShapesAreDrawnWithTheSymbolsPenAfterItsFigures) {
   EXPECT_EQ(dc.Primitives()[1].pen.lopnWidth.x, 1) << "the old-style pen";
 }
 
-TEST(SymbolDraw, NothingOutsideTheClipRectangleAndNoObjectLeftBehind) {
+TEST(SymbolDraw, NothingOutsideTheClipRectangleNorWithoutADeviceAndNoObjectLeftBehind) {
   TallyScope tally;
   CSymbol symbol = Composite({Tick(), Figure({{0, 0, 0}, {10, 10}})}, {Label("X")});
   symbol.SetColor(kRed);
@@ -125,6 +125,8 @@ TEST(SymbolDraw, NothingOutsideTheClipRectangleAndNoObjectLeftBehind) {
   EXPECT_EQ(Drawn(filled, 0, 0, 0.0, &far), "");
   EXPECT_NE(Drawn(symbol, 1500, 1500, 0.0, &far), "");
   EXPECT_NE(Drawn(filled, 1500, 1500, 0.0, &far), "");
+  symbol.Draw(nullptr, nullptr, 0, 0, nullptr, 0.0);
+  filled.Draw(nullptr, nullptr, 0, 0, nullptr, 0.0);
   const GdiObjectTally delta = tally.Delta();
   EXPECT_EQ(delta.pens.Live(), 1) << "only the old-style symbol's own pen";
   EXPECT_EQ(delta.brushes.Live(), 0);
