@@ -55,8 +55,8 @@ CSymbol::CSymbol(int index, COLORREF colour, double scale) {
   m_dScale = scale;
   m_crColor = colour;
   if (IsOldSymbol(index)) MakeOwnPen();
-  // Negative indices look for a name too and find none; the id wraps like the unsigned
-  // resource id it is.
+  // Negative indices look their name up as well, at 20000 + index; the library's own
+  // strings hold none there.
   if (index <= kOldSymbolCount)
     m_szDesc = VantrelLoadResString(nullptr, kNameStringBase + static_cast<UINT>(index), kMaxNameLength);
 }

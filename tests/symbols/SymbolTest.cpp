@@ -59,10 +59,6 @@ TEST(SymbolConstruction, NumbersOutsideTheOldStyleRangeHaveNoPenAndNoName) {
     EXPECT_EQ(Desc(symbol), "");
     EXPECT_EQ(symbol.CheckValid(), 0);
   }
-  EXPECT_EQ(CSymbol::IsOldSymbol(0), 0);
-  EXPECT_EQ(CSymbol::IsOldSymbol(1), 1);
-  EXPECT_EQ(CSymbol::IsOldSymbol(19), 1);
-  EXPECT_EQ(CSymbol::IsOldSymbol(20), 0);
 }
 
 TEST(SymbolConstruction, CreatedByClassNameAsTheNoneSymbolWithDefaultFlags) {
