@@ -134,26 +134,4 @@ TEST(ClipboardData, RefusedOrUnknownBlocksStayWithTheCaller) {
   GlobalFree(block);
 }
 
-TEST(ClipboardData, EmptyingRemovesEveryFormat) {
-  CTestClipboardBackend clipboard;
-  clipboard.PutText(CF_UNICODETEXT, u"a");
-  clipboard.PutText(0xC123, u"b");
-  ASSERT_EQ(OpenClipboard(nullptr), TRUE);
-  EXPECT_EQ(EmptyClipboard(), TRUE);
-  CloseClipboard();
-  EXPECT_EQ(clipboard.Formats(), std::vector<UINT>{});
-}
-
-TEST(ClipboardBackends, NullRestoresTheProcessClipboard) {
-  CClipboardBackend* original = GetClipboardBackend();
-  {
-    CTestClipboardBackend clipboard;
-    EXPECT_EQ(GetClipboardBackend(), &clipboard);
-    EXPECT_EQ(SetClipboardBackend(nullptr), &clipboard);
-    EXPECT_EQ(GetClipboardBackend(), original);
-    SetClipboardBackend(&clipboard);
-  }
-  EXPECT_EQ(GetClipboardBackend(), original);
-}
-
 }  // namespace
