@@ -1,8 +1,11 @@
 #include "dialogs/Dialog.h"
 
-CDialog::CDialog(UINT templateId, CWnd* parent)
-    : QDialog(parent ? parent->GetWidget() : nullptr), m_nTemplateId(templateId) {
-  Attach(this);
+#include "dialogs/WindowOps.h"
+
+IMPLEMENT_DYNAMIC(CDialog, CWnd)
+
+CDialog::CDialog(UINT templateId, CWnd* parent) : QDialog(WidgetFromWnd(parent)), m_nTemplateId(templateId) {
+  Attach(HwndFromWidget(this));
   setObjectName(QString::number(templateId));
 }
 
@@ -26,6 +29,10 @@ BOOL CDialog::UpdateData(BOOL saveAndValidate) {
 }
 
 void CDialog::EndDialog(int result) { done(result); }
+
+BOOL CDialog::SetDlgItemText(int id, const CStdStrW& text) { return ::SetDlgItemText(GetSafeHwnd(), id, text); }
+
+CStdStrW CDialog::GetDlgItemText(int id) const { return ::GetDlgItemText(GetSafeHwnd(), id); }
 
 void CDialog::accept() { OnOK(); }
 

@@ -6,12 +6,17 @@
 // between the fields and the controls when UpdateData asks.
 //
 // A dialog object may be shown again and again; its fields live on between showings.
+//
+// The dialog is a framework window whose handle (m_hWnd) is its own QDialog from
+// construction on; its owner is the parent window's widget, none when the parent has no
+// live window.
 #include <cstdint>
 
 #include <QDialog>
 
-#include "dialogs/Wnd.h"
+#include "platform/StdStr.h"
 #include "platform/Types.h"
+#include "platform/Wnd.h"
 
 using INT_PTR = std::intptr_t;
 
@@ -34,6 +39,7 @@ class VANTREL1_QT_EXPORT CDataExchange {
 
 class VANTREL1_QT_EXPORT CDialog : public QDialog, public CWnd {
   Q_OBJECT
+  DECLARE_DYNAMIC(CDialog)
 
  public:
   CDialog(UINT templateId, CWnd* parent);
@@ -48,6 +54,10 @@ class VANTREL1_QT_EXPORT CDialog : public QDialog, public CWnd {
   void EndDialog(int result);
 
   UINT GetTemplateId() const { return m_nTemplateId; }
+
+  // The text of the control whose resource id is `id`; see SetDlgItemText(HWND, ...).
+  BOOL SetDlgItemText(int id, const CStdStrW& text);
+  CStdStrW GetDlgItemText(int id) const;
 
   // The keyboard's and the window's accept and cancel, routed to OnOK and OnCancel.
   void accept() override;

@@ -1,5 +1,8 @@
 #include "dialogs/PlaceWindow.h"
 
+#include "dialogs/WindowOps.h"
+#include "platform/CRect.h"
+
 namespace {
 
 // The shift along one axis that puts the span [low, high) just past the reference's far
@@ -17,9 +20,8 @@ void PlaceWindow(CWnd* window, const CWnd* reference) {
   if (window == nullptr || reference == nullptr) return;
   CRect rect;
   CRect refRect;
-  window->GetWindowRect(&rect);
-  reference->GetWindowRect(&refRect);
+  if (!GetWindowRect(window->GetSafeHwnd(), &rect) || !GetWindowRect(reference->GetSafeHwnd(), &refRect)) return;
   const LONG dx = Shift(rect.left, rect.right, refRect.left, refRect.right, GetSystemMetrics(SM_CXSCREEN));
   const LONG dy = Shift(rect.top, rect.bottom, refRect.top, refRect.bottom, GetSystemMetrics(SM_CYSCREEN));
-  window->OffsetWindow(dx, dy, TRUE);
+  OffsetWindow(window->GetSafeHwnd(), dx, dy, TRUE);
 }

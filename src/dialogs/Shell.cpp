@@ -8,7 +8,7 @@
 
 #include "dialogs/FolderBrowserDialog.h"
 #include "dialogs/QtText.h"
-#include "dialogs/Wnd.h"
+#include "dialogs/WindowOps.h"
 
 struct ITEMIDLIST {
   QString path;  // absolute and clean, '/' separated

@@ -9,8 +9,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "dialogs/QtText.h"
 #include "dialogs/DialogTestSupport.h"
+#include "dialogs/QtText.h"
+#include "dialogs/WindowOps.h"
 
 namespace {
 
@@ -155,13 +156,30 @@ TEST_F(OverwritePrompt, TheQuestionIsTheFormatFilledWithTheTwoDetails) {
   }
 }
 
-TEST_F(OverwritePrompt, IsOwnedByItsParentWindow) {
+TEST_F(OverwritePrompt, IsAWindowOfItsOwnOwnedByItsParentWindow) {
   QWidget frame;
-  CWnd parent(&frame);
+  CWnd parent;
+  parent.Attach(HwndFromWidget(&frame));
   COverwritePromptDlg dlg(&parent);
   EXPECT_EQ(dlg.parentWidget(), &frame);
   EXPECT_TRUE(dlg.isWindow());
   EXPECT_EQ(dlg.GetTemplateId(), 20006u);
+  EXPECT_EQ(dlg.GetSafeHwnd(), HwndFromWidget(&dlg));
+  EXPECT_EQ(WidgetFromWnd(&dlg), &dlg);
+  EXPECT_TRUE(dlg.IsKindOf(RUNTIME_CLASS(CWnd)));
+}
+
+TEST_F(OverwritePrompt, AParentWithoutALiveWindowOwnsNothing) {
+  CWnd vanished;
+  {
+    QWidget frame;
+    vanished.Attach(HwndFromWidget(&frame));
+  }
+  COverwritePromptDlg orphan(&vanished);
+  EXPECT_EQ(orphan.parentWidget(), nullptr);
+  CWnd none;
+  COverwritePromptDlg unowned(&none);
+  EXPECT_EQ(unowned.parentWidget(), nullptr);
 }
 
 }  // namespace

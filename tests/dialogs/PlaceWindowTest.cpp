@@ -7,6 +7,7 @@
 #include <array>
 
 #include "dialogs/DialogTestSupport.h"
+#include "dialogs/WindowOps.h"
 
 namespace {
 
@@ -19,18 +20,20 @@ class Window {
     m_widget.setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     m_widget.setGeometry(rect);
     m_widget.show();
+    m_wnd.Attach(HwndFromWidget(&m_widget));
   }
   QWidget& widget() { return m_widget; }
-  CWnd wnd() { return CWnd(&m_widget); }
+  CWnd& wnd() { return m_wnd; }
   RECT Rect() {
     RECT r{};
-    CWnd(&m_widget).GetWindowRect(&r);
+    GetWindowRect(m_wnd.GetSafeHwnd(), &r);
     return r;
   }
 
  private:
   [[maybe_unused]] bool m_applicationRuns = Application() != nullptr;  // before the widget
   QWidget m_widget;
+  CWnd m_wnd;
 };
 
 using Edges = std::array<LONG, 4>;  // left, top, right, bottom
@@ -62,9 +65,7 @@ TEST(PlaceWindow, PutsTheWindowBesideTheReferenceRightAndBelowByPreferenceKeptOn
     SCOPED_TRACE(c.name);
     Window reference(c.reference);
     Window window(c.window);
-    CWnd wnd = window.wnd();
-    const CWnd ref = reference.wnd();
-    PlaceWindow(&wnd, &ref);
+    PlaceWindow(&window.wnd(), &reference.wnd());
     const RECT placed = window.Rect();
     // Before the reference but off the screen is pulled back to 0 on that axis.
     RECT expected = c.placed;
@@ -86,27 +87,34 @@ TEST(PlaceWindow, AChildMovesWithinItsParentByTheSameShift) {
   child.setGeometry(10, 20, 40, 30);
   child.show();
   Window reference(QRect(0, 0, 100, 100));
-  CWnd wnd(&child);
-  const CWnd ref = reference.wnd();
-  PlaceWindow(&wnd, &ref);
+  CWnd wnd;
+  wnd.Attach(HwndFromWidget(&child));
+  PlaceWindow(&wnd, &reference.wnd());
   // On screen the child was at (60, 60); it goes to (100, 100).
   EXPECT_EQ(child.geometry(), QRect(50, 60, 40, 30));
   RECT placed{};
-  wnd.GetWindowRect(&placed);
+  GetWindowRect(wnd.GetSafeHwnd(), &placed);
   EXPECT_EQ(EdgesOf(placed), (Edges{100, 100, 140, 130}));
 }
 
 TEST(PlaceWindow, DoesNothingWithoutBothWindows) {
   Window window(QRect(10, 20, 150, 80));
-  CWnd wnd = window.wnd();
-  CWnd gone;  // a window whose widget no longer exists
-  PlaceWindow(&wnd, nullptr);
-  PlaceWindow(nullptr, &wnd);
-  PlaceWindow(&gone, &wnd);
+  Window reference(QRect(400, 300, 100, 100));
+  CWnd none;
+  CWnd vanished;
+  {
+    QWidget widget;
+    widget.setGeometry(0, 0, 50, 50);
+    vanished.Attach(HwndFromWidget(&widget));
+  }
+  PlaceWindow(&window.wnd(), nullptr);
+  PlaceWindow(nullptr, &reference.wnd());
+  PlaceWindow(&none, &reference.wnd());
+  PlaceWindow(&window.wnd(), &none);
+  PlaceWindow(&vanished, &reference.wnd());
+  // A reference that is gone is not taken for one at the screen's origin.
+  PlaceWindow(&window.wnd(), &vanished);
   EXPECT_EQ(EdgesOf(window.Rect()), (Edges{10, 20, 160, 100}));
-  RECT none{1, 2, 3, 4};
-  gone.GetWindowRect(&none);
-  EXPECT_EQ(EdgesOf(none), (Edges{0, 0, 0, 0}));
 }
 
 }  // namespace

@@ -12,7 +12,7 @@
 #include "dialogs/DialogTestSupport.h"
 #include "dialogs/FolderBrowserDialog.h"
 #include "dialogs/QtText.h"
-#include "dialogs/Wnd.h"
+#include "dialogs/WindowOps.h"
 
 namespace {
 
@@ -169,6 +169,23 @@ TEST_F(BrowseTest, ShowsTheInstructionAndIsOwnedByTheOwnerWindow) {
         browser.reject();
       },
       &result, HwndFromWidget(&owner));
+}
+
+TEST_F(BrowseTest, AnOwnerWindowThatIsGoneOwnsNothing) {
+  HWND gone = nullptr;
+  {
+    QWidget owner;
+    gone = HwndFromWidget(&owner);
+  }
+  CStdStrW result;
+  Browse(
+      W(root),
+      [&](FolderBrowserDialog& browser) {
+        EXPECT_EQ(browser.parentWidget(), nullptr);
+        browser.reject();
+      },
+      &result, gone);
+  EXPECT_TRUE(result.IsEmpty());
 }
 
 TEST_F(BrowseTest, AFolderWhosePathIsTooLongForTheShellIsNotReturned) {
