@@ -65,12 +65,8 @@ CSymbol Sample() {
   return symbol;
 }
 
-std::string ItemRecord(CSymbolItem* item) {
-  WCHAR record[512];
-  return item != nullptr && item->ToAscii(record, 512) != nullptr ? ToUtf8(record) : "";
-}
-
-std::string TextRecord(CTextItem* item) {
+template <typename Item>
+std::string Record(Item* item) {
   WCHAR record[512];
   return item != nullptr && item->ToAscii(record, 512) != nullptr ? ToUtf8(record) : "";
 }
@@ -87,8 +83,8 @@ void ExpectSameSymbol(const CSymbol& a, const CSymbol& b) {
   }
   ASSERT_EQ(a.SymbolItemsNum(), b.SymbolItemsNum());
   ASSERT_EQ(a.TextItemsNum(), b.TextItemsNum());
-  for (int i = 0; i < a.SymbolItemsNum(); ++i) EXPECT_EQ(ItemRecord(a.GetSymbolItem(i)), ItemRecord(b.GetSymbolItem(i)));
-  for (int i = 0; i < a.TextItemsNum(); ++i) EXPECT_EQ(TextRecord(a.GetTextItem(i)), TextRecord(b.GetTextItem(i)));
+  for (int i = 0; i < a.SymbolItemsNum(); ++i) EXPECT_EQ(Record(a.GetSymbolItem(i)), Record(b.GetSymbolItem(i)));
+  for (int i = 0; i < a.TextItemsNum(); ++i) EXPECT_EQ(Record(a.GetTextItem(i)), Record(b.GetTextItem(i)));
 }
 
 std::u16string ToXml(CSymbol& symbol) {
@@ -187,8 +183,8 @@ TEST_F(SymbolFile, WritesOneKeyPerPartAndReadsTheSymbolBack) {
             "[S]\r\n"
             "SymbolDesc=0,3,2,1,međa,0,1\r\n"
             "FontItem=-40,0,0,0,700,0,0,0,238,0,0,0,0,\"DejaVu Sans\"\r\n"
-            "SymbolItem0=" + ItemRecord(symbol.GetSymbolItem(0)) + "\r\n"
-            "SymbolItem1=" + ItemRecord(symbol.GetSymbolItem(1)) + "\r\n"
+            "SymbolItem0=" + Record(symbol.GetSymbolItem(0)) + "\r\n"
+            "SymbolItem1=" + Record(symbol.GetSymbolItem(1)) + "\r\n"
             "TextItem0=2.5,0,1,1000,5,-3,Ž\r\n");
   CSymbol back;
   ASSERT_EQ(Load(back), 1);
@@ -221,8 +217,8 @@ TEST(SymbolXml, WritesTheFieldsInOrderAndReadsThemBack) {
             "<LFFACE>DejaVu Sans</LFFACE>\r\n<LFHEIG>-40</LFHEIG>\r\n<LFITAL>0</LFITAL>\r\n"
             "<LFORIE>0</LFORIE>\r\n<LFOUTP>0</LFOUTP>\r\n<LFPITC>0</LFPITC>\r\n<LFQUAL>0</LFQUAL>\r\n"
             "<LFSTRI>0</LFSTRI>\r\n<LFUNDE>0</LFUNDE>\r\n<LFWEIG>700</LFWEIG>\r\n<LFWIDT>0</LFWIDT>\r\n"
-            "<SYMBOLITEM0>" + ItemRecord(symbol.GetSymbolItem(0)) + "</SYMBOLITEM0>\r\n"
-            "<SYMBOLITEM1>" + ItemRecord(symbol.GetSymbolItem(1)) + "</SYMBOLITEM1>\r\n"
+            "<SYMBOLITEM0>" + Record(symbol.GetSymbolItem(0)) + "</SYMBOLITEM0>\r\n"
+            "<SYMBOLITEM1>" + Record(symbol.GetSymbolItem(1)) + "</SYMBOLITEM1>\r\n"
             "<TEXTITEM0>2.5,0,1,1000,5,-3,Ž</TEXTITEM0>\r\n"
             "</SYMBOL0>\r\n");
   CSymbol back;
