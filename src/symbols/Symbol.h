@@ -20,6 +20,9 @@
 #include "platform/Types.h"
 #include "suite/PolylineVector.h"
 
+class CMarkup;
+class CVantrelAppBaseX;
+
 class VANTREL1_EXPORT CSymbol : public CObject {
   DECLARE_DYNCREATE(CSymbol)
 
@@ -30,6 +33,12 @@ class VANTREL1_EXPORT CSymbol : public CObject {
   // A consolidated run keeps at most this many vertices: one fewer than a figure holds,
   // as a figure built from a polyline cannot take more.
   static constexpr int kMaxRunVertices = CSymbolItem::kMaxPoints - 1;
+  // Every record of the text and XML forms is written into and read through a buffer of
+  // this size.
+  static constexpr int kRecordSize = 512;
+  // The most items of one kind that a stored symbol may ask for, as for a line type: a
+  // count beyond it comes from a damaged file or document.
+  static constexpr int kMaxStoredItems = 1000;
 
   // The "none" symbol, CSymbol(0, 0, 1.0).
   CSymbol();
@@ -50,6 +59,25 @@ class VANTREL1_EXPORT CSymbol : public CObject {
   // Writes and reads nothing: symbols keep their contents in the XML and text forms, and
   // a table's archive record carries only their number.
   void Serialize(CArchive& ar) override;
+
+  // XML form, as child elements at the markup's current level: COLOR, SCALE, PENWIDTH,
+  // DELETEPEN, NSYMBOL, NTEXT, ISYMBOL, ROTATABLE, SCALABLE, DESC, B_FONT, the fourteen
+  // LF... elements of the font when there is one, then SYMBOLITEM<i> and TEXTITEM<i>
+  // holding the items' records. `mode` 1 writes; anything else reads, each missing element
+  // giving its default (ROTATABLE and SCALABLE 0, although a new symbol has them 1). The
+  // pen is not made when reading: the caller's SetColor makes it.
+  virtual void SerializeXML(CMarkup* xml, int mode);
+  // Text form, as keys of `section` of a profile file: SymbolDesc holds the header
+  // "index,pen width,symbol items,text items,description,rotatable,scalable", FontItem
+  // the font, SymbolItem<i> and TextItem<i> the items' records. Writes and flushes the
+  // file; 1, or 0 when the header does not fit its record or the flush fails.
+  int ToFileX(CVantrelAppBaseX* app, const WCHAR* file, const WCHAR* section);
+  // Reads a symbol from `section` of `file` when both are given; otherwise, when
+  // `stringId` is given, from the strings of `module` (null: this library's own) from
+  // *stringId on: the header, the font (an empty string for none; its id is always
+  // taken), one string per symbol item and per text item, *stringId moving past every
+  // string read. 1 on success; 0 on failure, the symbol keeping what was read.
+  int FromFileX(CVantrelAppBaseX* app, const WCHAR* file, const WCHAR* section, HINSTANCE module, int* stringId);
 
   // Append a copy, growing the array by exactly one; 1, or 0 for a null item or a failed
   // allocation. The item may live in this symbol's own array.
@@ -141,6 +169,8 @@ class VANTREL1_EXPORT CSymbol : public CObject {
   void MakeOwnPen();
   // The outline of old-style shape m_nIndex, centred on (0, 0) and unscaled; always 1.
   int ExportOldStyleSymbol(std::vector<PolylineVector>* out) const;
+  // Replaces both item arrays by new ones of the given sizes, every item at its defaults.
+  void ReplaceItemArrays(int nSymbol, int nText);
 
   int m_nSymbolCapacity;
   int m_nTextCapacity;
