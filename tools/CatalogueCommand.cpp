@@ -9,6 +9,7 @@
 
 #include "Commands.h"
 #include "DrawingSupport.h"
+#include "symbols/SymbolTable.h"
 #include "platform/Gdi.h"
 
 namespace vantrel1::cli {
@@ -16,7 +17,10 @@ namespace vantrel1::cli {
 namespace {
 
 constexpr char kUsage[] =
-    "OUT.(png|pdf|svg) [--lin FILE.lin | --xml FILE.xml] [--color RRGGBB] [--text-mode 0|1|2] [--dpi N]";
+    "OUT.(png|pdf|svg) [--lin FILE.lin | --xml FILE.xml] [--color RRGGBB] [--text-mode 0|1|2] [--dpi N] "
+    "[--sheet lines|symbols]";
+// Symbols are drawn this many times their size, to be read on the sheet.
+constexpr double kSymbolSampleScale = 3.0;
 
 // Logical units of 0.1 mm: a cell is 90 mm by 25 mm.
 constexpr int kCellWidth = 900;
@@ -175,6 +179,33 @@ std::vector<CatalogueEntry> LineEntries(CLineTypeTable& table, LineStyleOptions 
   return entries;
 }
 
+void DrawSymbolSample(CSymbolTable& symbols, int number, COLORREF colour, HDC dc, const RECT& cell) {
+  CSymbol* symbol = symbols.CreateSymbol(number, colour, 1.0, 0);
+  symbol->SetScale(kSymbolSampleScale);
+  RECT clip = cell;
+  symbol->Draw(dc, dc, (cell.left + cell.right) / 2.0, cell.bottom + 0.6 * (cell.top - cell.bottom), &clip, 0.0);
+  symbols.DeleteSymbol(symbol);
+}
+
+// The old-style symbols 1 to 19, then the table's symbols in its order.
+std::vector<CatalogueEntry> SymbolEntries(CSymbolTable& symbols, COLORREF colour) {
+  std::vector<CatalogueEntry> entries;
+  auto add = [&](int number) {
+    CSymbol* named = symbols.CreateSymbol(number, colour, 1.0, 1);
+    entries.push_back({named->GetDesc() + u"-" + CStdStrW::FromUtf8(std::to_string(number)),
+                       CStdStrW::FromUtf8(std::to_string(number)),
+                       [&symbols, number, colour](HDC dc, const RECT& cell) {
+                         DrawSymbolSample(symbols, number, colour, dc, cell);
+                       }});
+    symbols.DeleteSymbol(named);
+  };
+  for (int number = 1; CSymbol::IsOldSymbol(number); ++number) add(number);
+  for (int number = symbols.NextUserSymbol(CSymbol::kOldSymbolCount); symbols.IsUserSymbol(number) != 0;
+       number = symbols.NextUserSymbol(number))
+    add(number);
+  return entries;
+}
+
 void DrawFrame(HDC dc, const RECT& cell) {
   HPEN pen = CreatePen(PS_SOLID, 0, kFrameColor);
   HGDIOBJ previous = SelectObject(dc, pen);
@@ -204,6 +235,7 @@ void DrawSheet(HDC dc, const Layout& layout, const std::vector<CatalogueEntry>& 
 struct CatalogueOptions {
   LineStyleOptions style;
   double dpi = kDefaultDpi;
+  bool symbols = false;
 };
 
 // Parses the options; a message and an exit code when they cannot be followed.
@@ -224,6 +256,13 @@ std::optional<int> ReadOptions(const CommandLine& args, CatalogueOptions& option
     if (!d) return args.Fail(kUsageError, "--dpi must be a number from 10 to 2400");
     options.dpi = *d;
   }
+  if (const char* sheet = args.Option("--sheet")) {
+    const std::string_view which(sheet);
+    if (which != "lines" && which != "symbols") return args.Fail(kUsageError, "--sheet must be lines or symbols");
+    options.symbols = which == "symbols";
+    if (options.symbols && (args.Option("--lin") || args.Option("--xml") || args.Option("--text-mode")))
+      return args.Fail(kUsageError, "--lin, --xml and --text-mode belong to the sheet of lines");
+  }
   return std::nullopt;
 }
 
@@ -231,7 +270,7 @@ std::optional<int> ReadOptions(const CommandLine& args, CatalogueOptions& option
 
 int RunCatalogue(int argc, char** argv) {
   CommandLine args("catalogue", argc, argv);
-  if (!args.Scan({"--lin", "--xml", "--color", "--text-mode", "--dpi"}, 1, kUsage)) return kUsageError;
+  if (!args.Scan({"--lin", "--xml", "--color", "--text-mode", "--dpi", "--sheet"}, 1, kUsage)) return kUsageError;
   const std::string& output = args.Positionals()[0];
   if (!OutputSurface::FormatOf(QString::fromStdString(output)))
     return args.Fail(kUsageError, output + ": the output must be a .png, .pdf or .svg file");
@@ -245,19 +284,21 @@ int RunCatalogue(int argc, char** argv) {
   const char* lin = args.Option("--lin") ? args.Option("--lin") : args.Option("--xml");
   if (!LoadLineTable(table, app, lin, error)) return args.Fail(kFailure, error);
 
-  // Point symbols join the sheet after the line styles once the symbol table draws them:
-  // their entries are made the same way, each drawing its symbol in the middle of its cell.
-  const std::vector<CatalogueEntry> entries = LineEntries(table, options.style);
+  CSymbolTable symbols;
+  if (options.symbols) symbols.FromFile(&app, nullptr, nullptr);
+  const std::vector<CatalogueEntry> entries =
+      options.symbols ? SymbolEntries(symbols, options.style.color) : LineEntries(table, options.style);
 
   const Layout layout = ChooseLayout(static_cast<int>(entries.size()));
   const LogicalWindow window{0.0, 0.0, double(layout.width), double(layout.height)};
   std::unique_ptr<OutputSurface> surface = OpenOutput(output, window, options.dpi, error);
   if (!surface) return args.Fail(kFailure, error);
   const std::string source = lin ? std::filesystem::path(lin).filename().string() : "built-in";
-  DrawSheet(surface->Dc(), layout, entries, "Line types: " + source);
+  DrawSheet(surface->Dc(), layout, entries,
+            options.symbols ? "Point symbols: built-in (three times their size)" : "Line types: " + source);
   if (!surface->Finish()) return args.Fail(kFailure, output + ": cannot be written");
-  std::printf("%s: %zu line styles, %d x %d mm\n", output.c_str(), entries.size(), layout.width / 10,
-              layout.height / 10);
+  std::printf("%s: %zu %s, %d x %d mm\n", output.c_str(), entries.size(), options.symbols ? "symbols" : "line styles",
+              layout.width / 10, layout.height / 10);
   return 0;
 }
 

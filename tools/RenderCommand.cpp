@@ -11,6 +11,7 @@
 #include "GeoJsonDrawing.h"
 #include "platform/Gdi.h"
 #include "suite/PolylineClip.h"
+#include "symbols/SymbolTable.h"
 
 namespace vantrel1::cli {
 
@@ -21,7 +22,7 @@ constexpr char kUsage[] = "IN.geojson OUT.(png|pdf|svg) [--clip left,bottom,righ
 // Around the data: 10 mm of paper, or a twentieth of the larger side when that is more.
 constexpr double kMinMargin = 100.0;
 constexpr double kMarginShare = 0.05;
-// Half the width of the cross that stands for a symbol, before the feature's scale.
+// Half the width of the cross that stands for an unknown symbol, before the feature's scale.
 constexpr double kCrossArm = 20.0;
 constexpr int kCrossPenWidth = 3;
 
@@ -57,18 +58,22 @@ Page PageAround(const DrawingBounds& b) {
 
 class FeaturePainter {
  public:
-  FeaturePainter(CLineTypeTable& table, HDC dc, const RECT& clip) : m_table(table), m_dc(dc), m_clip(clip) {}
+  FeaturePainter(CLineTypeTable& table, CSymbolTable& symbols, HDC dc, const RECT& clip)
+      : m_table(table), m_symbols(symbols), m_dc(dc), m_clip(clip) {}
 
   void Draw(const DrawingFeature& feature);
+  // The features whose symbol number names no symbol.
   const std::vector<int>& MarkedSymbols() const { return m_marked; }
 
  private:
   void Stroke(const DrawingFeature& feature, const DrawingPath& path);
   void Fill(const DrawingFeature& feature);
   void FillArea(COLORREF color, const DrawingPath& area);
+  void PlaceSymbol(const DrawingFeature& feature, const DrawingPath& point);
   void MarkSymbol(const DrawingFeature& feature, const DrawingPath& point);
 
   CLineTypeTable& m_table;
+  CSymbolTable& m_symbols;
   HDC m_dc;
   RECT m_clip;
   std::vector<int> m_marked;
@@ -76,10 +81,15 @@ class FeaturePainter {
 
 void FeaturePainter::Draw(const DrawingFeature& feature) {
   if (feature.kind == DrawingFeature::Kind::Point) {
-    // Symbols are not drawn yet: a point with one is marked where it will stand.
     if (feature.symbol == 0) return;
-    for (const DrawingPath& point : feature.paths) MarkSymbol(feature, point);
-    m_marked.push_back(feature.index);
+    const bool known = CSymbol::IsOldSymbol(feature.symbol) != 0 || m_symbols.IsUserSymbol(feature.symbol) != 0;
+    for (const DrawingPath& point : feature.paths) {
+      if (known)
+        PlaceSymbol(feature, point);
+      else
+        MarkSymbol(feature, point);
+    }
+    if (!known) m_marked.push_back(feature.index);
     return;
   }
   if (feature.kind == DrawingFeature::Kind::Polygon && feature.fill) Fill(feature);
@@ -123,6 +133,12 @@ void FeaturePainter::FillArea(COLORREF color, const DrawingPath& area) {
   line->m_crColor = color;
   line->Draw(m_dc, m_dc, area.x.data(), area.y.data(), static_cast<long>(area.x.size()), &m_clip, 1);
   m_table.DeleteLine(line, 0);
+}
+
+void FeaturePainter::PlaceSymbol(const DrawingFeature& feature, const DrawingPath& point) {
+  CSymbol* symbol = m_symbols.CreateSymbol(feature.symbol, feature.color, feature.scale, 0);
+  symbol->Draw(m_dc, m_dc, point.x[0], point.y[0], &m_clip, feature.angle * std::numbers::pi / 180.0);
+  m_symbols.DeleteSymbol(symbol);
 }
 
 void FeaturePainter::MarkSymbol(const DrawingFeature& feature, const DrawingPath& point) {
@@ -174,17 +190,19 @@ int RunRender(int argc, char** argv) {
   CLineTypeTable table;
   std::string error;
   if (!LoadLineTable(table, app, args.Option("--lin"), error)) return args.Fail(kFailure, error);
+  CSymbolTable symbols;
+  symbols.FromFile(&app, nullptr, nullptr);
 
   const Page page = clipPage ? *clipPage : PageAround(drawing.bounds);
   std::unique_ptr<OutputSurface> surface = OpenOutput(output, page.window, *dpi, error);
   if (!surface) return args.Fail(kFailure, error);
-  FeaturePainter painter(table, surface->Dc(), page.clip);
+  FeaturePainter painter(table, symbols, surface->Dc(), page.clip);
   for (const DrawingFeature& feature : drawing.features) painter.Draw(feature);
   if (!surface->Finish()) return args.Fail(kFailure, output + ": cannot be written");
 
   const std::vector<int>& marked = painter.MarkedSymbols();
   if (!marked.empty())
-    args.Fail(0, "symbols are not drawn yet; a cross marks the points of " + std::to_string(marked.size()) +
+    args.Fail(0, "no such symbol; a cross marks the points of " + std::to_string(marked.size()) +
                      " feature(s): " + Indices(marked));
   std::printf("%s: %.0f x %.0f mm, %zu features\n", output.c_str(), page.window.Width() / kDefaultUnitsPerMm,
               page.window.Height() / kDefaultUnitsPerMm, drawing.features.size());

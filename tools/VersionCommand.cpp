@@ -11,7 +11,9 @@ int RunVersion(int, char**) {
   std::printf("works: line items, symbol and text items, line types, the line type table and its cache, "
               "the XML class, platform layer (UTF-16 strings, archives, profile files, string tables, "
               "drawing device context), geometry types and the quadtree, CRC-32, precise timer, "
-              "subject and observer, PNG/PDF/SVG output, the catalogue and render commands\n");
+              "subject and observer, point symbols and the symbol table, the application clipboard, "
+              "the help launcher, overwrite prompt and folder browser, PNG/PDF/SVG output, the catalogue and "
+              "render commands\n");
   return 0;
 }
 

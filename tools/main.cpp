@@ -19,7 +19,7 @@ const Command kCommands[] = {
     {"crc", vantrel1::cli::RunCrc, "FILE...  the CRC-32 of each file"},
     {"catalogue", vantrel1::cli::RunCatalogue,
      "OUT.(png|pdf|svg) [--lin FILE.lin] [--color RRGGBB] [--text-mode 0|1|2] [--dpi N]\n"
-     "             a sheet with a sample of every line style"},
+     "             [--sheet lines|symbols]  a sheet with a sample of every line style or symbol"},
     {"render", vantrel1::cli::RunRender,
      "IN.geojson OUT.(png|pdf|svg) [--clip left,bottom,right,top] [--lin FILE.lin] [--dpi N]\n"
      "             draws a GeoJSON drawing in logical units (0.1 mm) with its line types"},

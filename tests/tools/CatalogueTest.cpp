@@ -32,9 +32,18 @@ struct Sheet {
     const auto px = [](double units) { return static_cast<int>(units * kPixelsPerUnit); };
     return Darkest(image, px(left + 50), px(height - bottom - 140), px(left + 850), px(height - bottom - 40));
   }
+  // The darkest pixel around the point where entry i's symbol stands (mid-cell, 15 mm up),
+  // below the label.
+  QColor SymbolInk(const QImage& image, int i) const {
+    const int middle = (width - columns * 900) / 2 + (i / rows) * 900 + 450;
+    const int bottom = height - 260 - (i % rows + 1) * 250;
+    const auto px = [](double units) { return static_cast<int>(units * kPixelsPerUnit); };
+    return Darkest(image, px(middle - 120), px(height - bottom - 180), px(middle + 120), px(height - bottom - 80));
+  }
 };
 
 constexpr Sheet kA2{4200, 5940, 4, 15};  // 60 entries
+constexpr Sheet kA3{2970, 4200, 3, 9};   // 27 entries
 constexpr Sheet kA4{2100, 2970, 2, 9};   // 18 entries
 
 class Catalogue : public ::testing::Test {
@@ -103,6 +112,21 @@ TEST_F(Catalogue, TablesConvertedToXmlAndArchivesDrawTheirLineTypes) {
   }
 }
 
+TEST_F(Catalogue, SymbolSheetShowsTheOldStyleSymbolsThenTheTableOnes) {
+  const CliResult r = Run("--sheet symbols --color 0000FF");
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out, (dir / "sheet.png") + ": 27 symbols, 297 x 420 mm\n");
+  const QImage image = Image();
+  ASSERT_EQ(image.size(), QSize(1169, 1654));
+  // 1 "Kvadrat", 19 "Popunjen krug (veliki)", then the table's 1024 ... 1031, in blue.
+  for (int entry : {0, 18, 19, 26}) {
+    const QColor ink = kA3.SymbolInk(image, entry);
+    EXPECT_LT(ink.red(), 100) << entry;
+    EXPECT_GT(ink.blue(), 200) << entry;
+  }
+  EXPECT_EQ(kA3.SymbolInk(image, 1), QColor(Qt::white));  // 2 "Sim2" has no shape
+}
+
 TEST_F(Catalogue, VectorFormatsAreWritten) {
   ASSERT_EQ(Run("", "sheet.pdf").status, 0);
   EXPECT_EQ(vantrel1::test::ReadText(dir / "sheet.pdf").substr(0, 5), "%PDF-");
@@ -131,7 +155,10 @@ TEST_F(Catalogue, Refusals) {
       {sheet + " --width 2", 2, "vantrel1 catalogue: unknown option '--width'\n"},
       {sheet + " other.png", 2,
        "usage: vantrel1 catalogue OUT.(png|pdf|svg) [--lin FILE.lin | --xml FILE.xml] [--color RRGGBB] "
-       "[--text-mode 0|1|2] [--dpi N]\n"},
+       "[--text-mode 0|1|2] [--dpi N] [--sheet lines|symbols]\n"},
+      {sheet + " --sheet maps", 2, "vantrel1 catalogue: --sheet must be lines or symbols\n"},
+      {sheet + " --sheet symbols --text-mode 1", 2,
+       "vantrel1 catalogue: --lin, --xml and --text-mode belong to the sheet of lines\n"},
       {sheet + " --lin /nonexistent/road.lin", 1, "vantrel1 catalogue: /nonexistent/road.lin: cannot be read\n"},
       {sheet + " --lin " + Quoted(dir / "empty.lin"), 1,
        "vantrel1 catalogue: " + (dir / "empty.lin") +

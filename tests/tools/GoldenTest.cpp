@@ -34,6 +34,7 @@ TEST(GoldenOutput, CatalogueAndSampleRoadPlanMatchTheirReferences) {
   const std::string plan = Quoted((fs::path(VANTREL1_SOURCE_DIR) / "examples" / "road-plan.geojson").string());
   const Golden goldens[] = {
       {"catalogue.png", "catalogue OUT --dpi 100"},
+      {"symbols.png", "catalogue OUT --dpi 100 --sheet symbols"},
       {"road-plan.png", "render " + plan + " OUT --dpi 100"},
   };
   fs::create_directories(outputs);

@@ -127,18 +127,21 @@ TEST_F(Render, TableFileGivesTheUserLineTypes) {
   EXPECT_LT(Darkest(Image(), 600, 108, 600, 108).lightness(), 80);
 }
 
-TEST_F(Render, SymbolPointsAreMarkedWithACrossAndReported) {
-  const CliResult r = Run(Collection(Line("[[0,0],[500,0]]", "") + "," +
-                                     R"({"type":"Feature","properties":{"symbol":3},)"
-                                     R"("geometry":{"type":"Point","coordinates":[250,300]}},)"
-                                     R"({"type":"Feature","properties":{},)"
-                                     R"("geometry":{"type":"Point","coordinates":[400,300]}})"));
+TEST_F(Render, SymbolsAreDrawnAndUnknownNumbersMarkedWithACross) {
+  const auto point = [](const std::string& properties, const std::string& at) {
+    return R"({"type":"Feature","properties":{)" + properties + R"(},"geometry":{"type":"Point","coordinates":)" +
+           at + "}}";
+  };
+  const CliResult r = Run(Collection(Line("[[0,0],[500,0]]", "") + "," + point(R"("symbol":1024)", "[250,300]") +
+                                     "," + point(R"("symbol":777)", "[400,300]") + "," + point("", "[400,150]")));
   ASSERT_EQ(r.status, 0);
-  EXPECT_EQ(r.err, "vantrel1 render: symbols are not drawn yet; a cross marks the points of 1 feature(s): 1\n");
+  EXPECT_EQ(r.err, "vantrel1 render: no such symbol; a cross marks the points of 1 feature(s): 2\n");
   const QImage image = Image();  // x -100 .. 600, y -100 .. 400
-  EXPECT_LT(Darkest(image, 348, 98, 352, 102).lightness(), 80);    // the cross's centre
-  EXPECT_LT(Darkest(image, 363, 83, 367, 87).lightness(), 80);     // an arm, 15 units out
-  EXPECT_EQ(Darkest(image, 480, 80, 520, 120), QColor(Qt::white));  // no symbol, no mark
+  EXPECT_LT(Darkest(image, 345, 95, 355, 105).lightness(), 80);     // the benchmark's filled quarters
+  EXPECT_EQ(Darkest(image, 320, 20, 380, 60), QColor(Qt::white));     // and nothing far above it
+  EXPECT_LT(Darkest(image, 498, 98, 502, 102).lightness(), 80);     // the cross's centre
+  EXPECT_LT(Darkest(image, 513, 83, 517, 87).lightness(), 80);      // an arm, 15 units out
+  EXPECT_EQ(Darkest(image, 480, 230, 520, 270), QColor(Qt::white));  // no symbol, no mark
 }
 
 TEST_F(Render, VectorFormatsAreWritten) {
