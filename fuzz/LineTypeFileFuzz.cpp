@@ -9,11 +9,10 @@
 #include <string>
 #include <string_view>
 
+#include "MemoryProfile.h"
 #include "linetable/LineTypeTable.h"
 #include "platform/Gdi.h"
-#include "platform/ProfileDocument.h"
 #include "platform/WideCrt.h"
-#include "suite/VantrelAppBaseX.h"
 
 namespace {
 
@@ -23,37 +22,11 @@ void Check(bool condition) {
 
 constexpr std::u16string_view kInput = u"input.lin";
 
-// An application context whose profile files live in memory: the fuzz input, read only,
-// and one file that line types are written to.
-class MemoryProfiles : public CVantrelAppBaseX {
+// Loaded tables take their default width from the application.
+class LineProfiles : public MemoryProfile {
  public:
-  explicit MemoryProfiles(std::string_view bytes) : m_input(vantrel1::ProfileDocument::Parse(bytes)) {}
-
-  DWORD GetProfileStringX(LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue, LPWSTR buffer, DWORD size,
-                          LPCWSTR file) const override {
-    if (buffer == nullptr || size == 0) return 0;
-    const vantrel1::ProfileDocument& doc = file != nullptr && kInput == file ? m_input : m_output;
-    std::u16string value = defaultValue != nullptr ? defaultValue : u"";
-    if (section != nullptr && key != nullptr) {
-      if (auto found = doc.Find(section, key)) value = *found;
-    }
-    const std::size_t n = std::min<std::size_t>(value.size(), size - 1);
-    std::copy_n(value.data(), n, buffer);
-    buffer[n] = 0;
-    return static_cast<DWORD>(n);
-  }
-
-  BOOL WriteProfileStringX(LPCWSTR section, LPCWSTR key, LPCWSTR value, LPCWSTR /*file*/) const override {
-    if (section == nullptr || key == nullptr) return TRUE;
-    if (value == nullptr) return m_output.DeleteKey(section, key) ? TRUE : FALSE;
-    return m_output.Set(section, key, value) ? TRUE : FALSE;
-  }
-
+  explicit LineProfiles(std::string_view bytes) : MemoryProfile(bytes, kInput) {}
   int GetDefaultLineWidth() const override { return 3; }
-
- private:
-  vantrel1::ProfileDocument m_input;
-  mutable vantrel1::ProfileDocument m_output;
 };
 
 // What a write and a read keep exactly. Records are normalised on reading (dash pairs
@@ -99,7 +72,7 @@ std::u16string_view Trimmed(std::u16string_view text) {
   return text;
 }
 
-void CheckRoundTrip(MemoryProfiles& app, CLineType& line, int index) {
+void CheckRoundTrip(LineProfiles& app, CLineType& line, int index) {
   WCHAR section[32];
   _snwprintf_s(section, 32, _TRUNCATE, u"Out%d", index);
   if (line.ToFile(&app, u"out.lin", section) == 0) return;
@@ -131,7 +104,7 @@ void UseLines(CLineTypeTable& table) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const GdiObjectTally before = GdiObjectCounts();
   {
-    MemoryProfiles app(std::string_view(reinterpret_cast<const char*>(data), size));
+    LineProfiles app(std::string_view(reinterpret_cast<const char*>(data), size));
     CLineTypeTable table;
     const int fromFile = table.FromFile(&app, kInput.data(), nullptr);
     Check(table.m_nSystemLines == 9);

@@ -9,12 +9,11 @@
 #include <string>
 #include <string_view>
 
+#include "MemoryProfile.h"
 #include "markup/Markup.h"
 #include "platform/GdiObjects.h"
-#include "platform/ProfileDocument.h"
 #include "platform/Utf.h"
 #include "platform/WideCrt.h"
-#include "suite/VantrelAppBaseX.h"
 #include "symbols/SymbolTable.h"
 
 namespace {
@@ -24,36 +23,6 @@ void Check(bool condition) {
 }
 
 constexpr std::u16string_view kInput = u"input.sym";
-
-// Profile files in memory: the fuzz input, read only, and one file symbols are written to.
-class MemoryProfiles : public CVantrelAppBaseX {
- public:
-  explicit MemoryProfiles(std::string_view bytes) : m_input(vantrel1::ProfileDocument::Parse(bytes)) {}
-
-  DWORD GetProfileStringX(LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue, LPWSTR buffer, DWORD size,
-                          LPCWSTR file) const override {
-    if (buffer == nullptr || size == 0) return 0;
-    const vantrel1::ProfileDocument& doc = file != nullptr && kInput == file ? m_input : m_output;
-    std::u16string value = defaultValue != nullptr ? defaultValue : u"";
-    if (section != nullptr && key != nullptr) {
-      if (auto found = doc.Find(section, key)) value = *found;
-    }
-    const std::size_t n = std::min<std::size_t>(value.size(), size - 1);
-    std::copy_n(value.data(), n, buffer);
-    buffer[n] = 0;
-    return static_cast<DWORD>(n);
-  }
-
-  BOOL WriteProfileStringX(LPCWSTR section, LPCWSTR key, LPCWSTR value, LPCWSTR /*file*/) const override {
-    if (section == nullptr || key == nullptr) return TRUE;
-    if (value == nullptr) return m_output.DeleteKey(section, key) ? TRUE : FALSE;
-    return m_output.Set(section, key, value) ? TRUE : FALSE;
-  }
-
- private:
-  vantrel1::ProfileDocument m_input;
-  mutable vantrel1::ProfileDocument m_output;
-};
 
 // What both forms keep exactly, whatever the records and the name hold.
 std::u16string Fingerprint(const CSymbol& symbol) {
@@ -73,7 +42,7 @@ bool PlainName(const std::u16string& name) {
   return std::none_of(name.begin(), name.end(), [](char16_t c) { return c == u',' || c < 0x20; });
 }
 
-void CheckFileRoundTrip(MemoryProfiles& app, CSymbol& symbol, int index) {
+void CheckFileRoundTrip(MemoryProfile& app, CSymbol& symbol, int index) {
   if (!PlainName(symbol.GetDesc())) return;
   WCHAR section[32];
   _snwprintf_s(section, 32, _TRUNCATE, u"Out%d", index);
@@ -118,7 +87,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const GdiObjectTally before = GdiObjectCounts();
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   {
-    MemoryProfiles app(bytes);
+    MemoryProfile app(bytes, kInput);
     CSymbolTable table;
     const int fromFile = table.FromFile(&app, kInput.data(), nullptr);
     Check(fromFile == 0 || table.m_nCount > 0);

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <string_view>
 
+#include "linestyle/FontXml.h"
 #include "linestyle/IndexedName.h"
+#include "linestyle/ItemXml.h"
 #include "linestyle/LineType.h"
 #include "markup/Markup.h"
 #include "platform/StdStr.h"
@@ -14,29 +16,13 @@
 
 namespace {
 
-// Every item record is written from and read through a buffer of this size.
-constexpr int kRecordSize = 512;
-
+using vantrel1::AddItemElems;
+using vantrel1::AddNumberElem;
 using vantrel1::IndexedName;
 
 template <std::size_t N>
 CStdStrW FixedText(const WCHAR (&field)[N]) {
   return CStdStrW(std::u16string_view(field, vantrel1::ArrayTextLength(field)));
-}
-
-void AddNumber(CMarkup& xml, const WCHAR* name, int value) {
-  xml.AddElem(name, vantrel1::DecimalText(value).c_str());
-}
-
-// A record that does not fit the buffer is written as an empty element; reading it back
-// leaves that item at its defaults, as a missing element would.
-template <typename Item>
-void AddItems(CMarkup& xml, const WCHAR* prefix, Item* items, int count) {
-  for (int i = 0; i < count; ++i) {
-    WCHAR record[kRecordSize];
-    const WCHAR* text = items[i].ToAscii(record, kRecordSize);
-    xml.AddElem(IndexedName(prefix, i).c_str(), text != nullptr ? text : u"");
-  }
 }
 
 template <typename Item>
@@ -56,78 +42,29 @@ void RemoveEmptyLineItems(CLineType& line) {
     if (line.m_pLineItems[i].IsEmpty()) line.DeleteLineItem(i);
 }
 
-struct FontField {
-  const WCHAR* name;
-  LONG LOGFONTW::*longField;
-  BYTE LOGFONTW::*byteField;
-};
-
-// Alphabetical, as documents have always stored them; LFFACE is text and stands apart.
-constexpr FontField kFontFields[] = {
-    {u"LFCHAR", nullptr, &LOGFONTW::lfCharSet},
-    {u"LFCLIP", nullptr, &LOGFONTW::lfClipPrecision},
-    {u"LFESCA", &LOGFONTW::lfEscapement, nullptr},
-    {u"LFFACE", nullptr, nullptr},
-    {u"LFHEIG", &LOGFONTW::lfHeight, nullptr},
-    {u"LFITAL", nullptr, &LOGFONTW::lfItalic},
-    {u"LFORIE", &LOGFONTW::lfOrientation, nullptr},
-    {u"LFOUTP", nullptr, &LOGFONTW::lfOutPrecision},
-    {u"LFPITC", nullptr, &LOGFONTW::lfPitchAndFamily},
-    {u"LFQUAL", nullptr, &LOGFONTW::lfQuality},
-    {u"LFSTRI", nullptr, &LOGFONTW::lfStrikeOut},
-    {u"LFUNDE", nullptr, &LOGFONTW::lfUnderline},
-    {u"LFWEIG", &LOGFONTW::lfWeight, nullptr},
-    {u"LFWIDT", &LOGFONTW::lfWidth, nullptr},
-};
-
-void WriteFont(CMarkup& xml, const LOGFONTW& lf) {
-  for (const FontField& field : kFontFields) {
-    if (field.longField != nullptr)
-      AddNumber(xml, field.name, lf.*field.longField);
-    else if (field.byteField != nullptr)
-      AddNumber(xml, field.name, lf.*field.byteField);
-    else
-      xml.AddElem(field.name, FixedText(lf.lfFaceName).c_str());
-  }
-}
-
-// Every member starts at 0 and a missing element keeps it there.
-LOGFONTW ReadFont(CMarkup& xml) {
-  LOGFONTW lf{};
-  for (const FontField& field : kFontFields) {
-    if (field.longField != nullptr)
-      lf.*field.longField = xml.GetDataInt(field.name, lf.*field.longField);
-    else if (field.byteField != nullptr)
-      lf.*field.byteField = static_cast<BYTE>(xml.GetDataInt(field.name, lf.*field.byteField));
-    else
-      lstrcpynW(lf.lfFaceName, xml.GetDataStr(field.name, u"").c_str(), LF_FACESIZE);
-  }
-  return lf;
-}
-
 }  // namespace
 
 void CLineType::SerializeXML(CMarkup* xml, int store) {
   if (xml == nullptr) return;
   CMarkup& doc = *xml;
   if (store == 1) {
-    AddNumber(doc, u"COLOR", static_cast<int>(m_crColor));
-    AddNumber(doc, u"WIDTH", m_nPenWidth);
-    AddNumber(doc, u"NLINE", m_nLine);
-    AddNumber(doc, u"NSYMBOL", m_nSymbol);
-    AddNumber(doc, u"NTEXT", m_nText);
-    AddNumber(doc, u"MAXLINE", m_nMaxLine);
-    AddNumber(doc, u"MAXSYMBOL", m_nMaxSymbol);
-    AddNumber(doc, u"MAXTEXT", m_nMaxText);
-    AddNumber(doc, u"HAVEFONT", m_bHaveFont);
+    AddNumberElem(doc, u"COLOR", static_cast<int>(m_crColor));
+    AddNumberElem(doc, u"WIDTH", m_nPenWidth);
+    AddNumberElem(doc, u"NLINE", m_nLine);
+    AddNumberElem(doc, u"NSYMBOL", m_nSymbol);
+    AddNumberElem(doc, u"NTEXT", m_nText);
+    AddNumberElem(doc, u"MAXLINE", m_nMaxLine);
+    AddNumberElem(doc, u"MAXSYMBOL", m_nMaxSymbol);
+    AddNumberElem(doc, u"MAXTEXT", m_nMaxText);
+    AddNumberElem(doc, u"HAVEFONT", m_bHaveFont);
     doc.AddElem(u"DESC", FixedText(m_szDesc).c_str());
-    if (m_bHaveFont == 1) WriteFont(doc, m_lf);
-    AddItems(doc, u"LINEITEM", m_pLineItems, CountWithin(m_nLine, m_nMaxLine));
+    if (m_bHaveFont == 1) vantrel1::WriteFontXml(doc, m_lf);
+    AddItemElems(doc, u"LINEITEM", m_pLineItems, CountWithin(m_nLine, m_nMaxLine));
     // Empty line items are written and only then dropped from the object (and again after
     // reading): documents keep them while the line type in memory loses them, deliberately.
     RemoveEmptyLineItems(*this);
-    AddItems(doc, u"SYMBOLITEM", m_pSymbolItems, CountWithin(m_nSymbol, m_nMaxSymbol));
-    AddItems(doc, u"TEXTITEM", m_pTextItems, CountWithin(m_nText, m_nMaxText));
+    AddItemElems(doc, u"SYMBOLITEM", m_pSymbolItems, CountWithin(m_nSymbol, m_nMaxSymbol));
+    AddItemElems(doc, u"TEXTITEM", m_pTextItems, CountWithin(m_nText, m_nMaxText));
     return;
   }
 
@@ -142,7 +79,8 @@ void CLineType::SerializeXML(CMarkup* xml, int store) {
   m_bHaveFont = doc.GetDataInt(u"HAVEFONT", 0);
   // Writers keep descriptions under 32 units; a longer one is cut to fit the field.
   lstrcpynW(m_szDesc, doc.GetDataStr(u"DESC", u"").c_str(), kDescSize);
-  if (m_bHaveFont == 1) m_lf = ReadFont(doc);
+  // A font element the document lacks reads as 0 (an empty face name).
+  if (m_bHaveFont == 1) m_lf = vantrel1::ReadFontXml(doc, LOGFONTW{});
 
   // Capacities come from the MAX... elements alone; Allocate refuses absurd ones
   // (kMaxItems) and does nothing when the line type already has item storage.

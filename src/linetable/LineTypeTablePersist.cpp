@@ -2,17 +2,15 @@
 // file of its own (the user line types only); and copying one table into another.
 #include <algorithm>
 #include <cstdint>
-#include <filesystem>
 #include <new>
-#include <system_error>
 
 #include "linestyle/IndexedName.h"
+#include "linestyle/RecordSource.h"
 #include "linetable/LineTypeTable.h"
 #include "markup/Markup.h"
 #include "platform/Archive.h"
-#include "platform/Profile.h"
 #include "platform/StdStr.h"
-#include "platform/Utf.h"
+#include "suite/FileRemoval.h"
 #include "suite/FilePath.h"
 #include "suite/VantrelAppBaseX.h"
 #include "suite/VantrelWinApp.h"
@@ -62,16 +60,6 @@ void LoadLineTypesXml(CMarkup& xml, const WCHAR* prefix, CLineType* lines, int c
     lines[i].SerializeXML(&xml, 0);
     xml.OutOfElem();
   }
-}
-
-BOOL FlushProfile(CVantrelAppBaseX* app, const WCHAR* file) {
-  if (app != nullptr) return app->WriteProfileStringX(nullptr, nullptr, nullptr, file);
-  return WritePrivateProfileStringW(nullptr, nullptr, nullptr, file);
-}
-
-void RemoveFile(const WCHAR* path) {
-  std::error_code ignored;  // a file that is not there is already what was asked for
-  std::filesystem::remove(std::filesystem::path(vantrel1::ToUtf8(path)), ignored);
 }
 
 }  // namespace
@@ -182,11 +170,11 @@ int CLineTypeTable::ToFile(CVantrelAppBaseX* app, const WCHAR* file, int remove)
     path = buffer;
   }
   // Sections of a longer table written before would otherwise survive as line types.
-  if (remove) RemoveFile(path);
+  if (remove) vantrel1::RemoveFileIfPresent(path);
 
   for (int i = 0; i < PresentUserLines(*this); ++i) {
     if (!m_pUserLines[i].ToFile(app, path, IndexedName(u"LineType", i).c_str())) return 0;
   }
   // A failed flush leaves the file as it was, which the caller must hear about.
-  return FlushProfile(app, path) ? 1 : 0;
+  return vantrel1::WriteProfileKey(app, path, nullptr, nullptr, nullptr) ? 1 : 0;
 }

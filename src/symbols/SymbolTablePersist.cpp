@@ -2,16 +2,14 @@
 // files, a document's archive and its XML form.
 #include <algorithm>
 #include <cstdint>
-#include <filesystem>
-#include <system_error>
 
 #include "linestyle/IndexedName.h"
+#include "linestyle/RecordSource.h"
 #include "markup/Markup.h"
 #include "platform/Archive.h"
-#include "platform/Profile.h"
 #include "platform/StringTable.h"
-#include "platform/Utf.h"
 #include "platform/WideCrt.h"
+#include "suite/FileRemoval.h"
 #include "suite/FilePath.h"
 #include "suite/VantrelAppBaseX.h"
 #include "symbols/SymbolTable.h"
@@ -26,23 +24,13 @@ constexpr const WCHAR* kHeaderKey = u"SymbolDesc";
 
 using vantrel1::IndexedName;
 
-void RemoveFile(const WCHAR* path) {
-  std::error_code ignored;  // a file that is not there is already what was asked for
-  std::filesystem::remove(std::filesystem::path(vantrel1::ToUtf8(path)), ignored);
-}
-
 }  // namespace
 
 // The number of "Symbol<i>" sections before the first one without a header.
 int CSymbolTable::CountFileSections(CVantrelAppBaseX* app, const WCHAR* file) const {
   for (int i = 0; i < kMaxSymbols; ++i) {
-    WCHAR header[CSymbol::kRecordSize];
-    const CStdStrW section = IndexedName(kSectionPrefix, i);
-    const DWORD read =
-        app != nullptr
-            ? app->GetProfileStringX(section.c_str(), kHeaderKey, u"", header, CSymbol::kRecordSize, file)
-            : GetPrivateProfileStringW(section.c_str(), kHeaderKey, u"", header, CSymbol::kRecordSize, file);
-    if (read == 0) return i;
+    vantrel1::RecordBuffer header;
+    if (vantrel1::ReadProfileKey(app, file, IndexedName(kSectionPrefix, i).c_str(), kHeaderKey, header) == 0) return i;
   }
   return kMaxSymbols;
 }
@@ -79,7 +67,7 @@ int CSymbolTable::ToFile(CVantrelAppBaseX* app, const WCHAR* file, int removeFir
     path = buffer;
   }
   // Sections of a longer table written before would otherwise survive as symbols.
-  if (removeFirst) RemoveFile(path);
+  if (removeFirst) vantrel1::RemoveFileIfPresent(path);
   for (int i = 0; i < Used(); ++i) {
     if (m_pSymbols[i].ToFileX(app, path, IndexedName(kSectionPrefix, i).c_str()) == 0) return 0;
   }

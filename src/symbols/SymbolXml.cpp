@@ -4,7 +4,9 @@
 #include <new>
 #include <string_view>
 
+#include "linestyle/FontXml.h"
 #include "linestyle/IndexedName.h"
+#include "linestyle/ItemXml.h"
 #include "markup/Markup.h"
 #include "platform/StdStr.h"
 #include "platform/WideCrt.h"
@@ -12,32 +14,9 @@
 
 namespace {
 
-using vantrel1::DecimalText;
+using vantrel1::AddItemElems;
+using vantrel1::AddNumberElem;
 using vantrel1::IndexedName;
-
-struct FontField {
-  const WCHAR* name;
-  LONG LOGFONTW::*longField;
-  BYTE LOGFONTW::*byteField;
-};
-
-// Alphabetical, as documents have always stored them; LFFACE is text and stands apart.
-constexpr FontField kFontFields[] = {
-    {u"LFCHAR", nullptr, &LOGFONTW::lfCharSet},
-    {u"LFCLIP", nullptr, &LOGFONTW::lfClipPrecision},
-    {u"LFESCA", &LOGFONTW::lfEscapement, nullptr},
-    {u"LFFACE", nullptr, nullptr},
-    {u"LFHEIG", &LOGFONTW::lfHeight, nullptr},
-    {u"LFITAL", nullptr, &LOGFONTW::lfItalic},
-    {u"LFORIE", &LOGFONTW::lfOrientation, nullptr},
-    {u"LFOUTP", nullptr, &LOGFONTW::lfOutPrecision},
-    {u"LFPITC", nullptr, &LOGFONTW::lfPitchAndFamily},
-    {u"LFQUAL", nullptr, &LOGFONTW::lfQuality},
-    {u"LFSTRI", nullptr, &LOGFONTW::lfStrikeOut},
-    {u"LFUNDE", nullptr, &LOGFONTW::lfUnderline},
-    {u"LFWEIG", &LOGFONTW::lfWeight, nullptr},
-    {u"LFWIDT", &LOGFONTW::lfWidth, nullptr},
-};
 
 // What a symbol's font element that a document lacks reads as.
 LOGFONTW DefaultSymbolFont() {
@@ -45,48 +24,6 @@ LOGFONTW DefaultSymbolFont() {
   lf.lfHeight = 12;
   std::u16string_view(u"Arial").copy(lf.lfFaceName, LF_FACESIZE - 1);
   return lf;
-}
-
-CStdStrW FaceName(const LOGFONTW& lf) {
-  const auto* end = std::find(std::begin(lf.lfFaceName), std::end(lf.lfFaceName), u'\0');
-  return CStdStrW(std::u16string_view(lf.lfFaceName, static_cast<std::size_t>(end - lf.lfFaceName)));
-}
-
-void AddNumber(CMarkup& xml, const WCHAR* name, int value) { xml.AddElem(name, DecimalText(value).c_str()); }
-
-void WriteFont(CMarkup& xml, const LOGFONTW& lf) {
-  for (const FontField& field : kFontFields) {
-    if (field.longField != nullptr)
-      AddNumber(xml, field.name, lf.*field.longField);
-    else if (field.byteField != nullptr)
-      AddNumber(xml, field.name, lf.*field.byteField);
-    else
-      xml.AddElem(field.name, FaceName(lf).c_str());
-  }
-}
-
-LOGFONTW ReadFont(CMarkup& xml) {
-  LOGFONTW lf = DefaultSymbolFont();
-  for (const FontField& field : kFontFields) {
-    if (field.longField != nullptr)
-      lf.*field.longField = xml.GetDataInt(field.name, lf.*field.longField);
-    else if (field.byteField != nullptr)
-      lf.*field.byteField = static_cast<BYTE>(xml.GetDataInt(field.name, lf.*field.byteField));
-    else
-      lstrcpynW(lf.lfFaceName, xml.GetDataStr(field.name, FaceName(lf)).c_str(), LF_FACESIZE);
-  }
-  return lf;
-}
-
-// A record that does not fit its buffer is written as an empty element, which reads back
-// as an item at its defaults, like a missing one.
-template <typename Item>
-void AddItems(CMarkup& xml, const WCHAR* prefix, Item* items, int count) {
-  for (int i = 0; i < count; ++i) {
-    WCHAR record[CSymbol::kRecordSize];
-    const WCHAR* text = items[i].ToAscii(record, CSymbol::kRecordSize);
-    xml.AddElem(IndexedName(prefix, i).c_str(), text != nullptr ? text : u"");
-  }
 }
 
 // An item whose record does not parse keeps what was parsed of it.
@@ -106,22 +43,22 @@ void CSymbol::SerializeXML(CMarkup* xml, int mode) {
   if (xml == nullptr) return;
   CMarkup& doc = *xml;
   if (mode == 1) {
-    AddNumber(doc, u"COLOR", static_cast<int>(m_crColor));
+    AddNumberElem(doc, u"COLOR", static_cast<int>(m_crColor));
     CStdStrW scale;
     scale.Format(u"%.12g", m_dScale);
     doc.AddElem(u"SCALE", scale.c_str());
-    AddNumber(doc, u"PENWIDTH", m_nPenWidth);
-    AddNumber(doc, u"DELETEPEN", m_bDeletePen);
-    AddNumber(doc, u"NSYMBOL", UsedSymbols());
-    AddNumber(doc, u"NTEXT", UsedTexts());
-    AddNumber(doc, u"ISYMBOL", m_nIndex);
-    AddNumber(doc, u"ROTATABLE", m_bRotatable);
-    AddNumber(doc, u"SCALABLE", m_bScalable);
+    AddNumberElem(doc, u"PENWIDTH", m_nPenWidth);
+    AddNumberElem(doc, u"DELETEPEN", m_bDeletePen);
+    AddNumberElem(doc, u"NSYMBOL", UsedSymbols());
+    AddNumberElem(doc, u"NTEXT", UsedTexts());
+    AddNumberElem(doc, u"ISYMBOL", m_nIndex);
+    AddNumberElem(doc, u"ROTATABLE", m_bRotatable);
+    AddNumberElem(doc, u"SCALABLE", m_bScalable);
     doc.AddElem(u"DESC", m_szDesc.c_str());
-    AddNumber(doc, u"B_FONT", m_bHaveFont);
-    if (m_bHaveFont == 1) WriteFont(doc, m_lf);
-    AddItems(doc, u"SYMBOLITEM", m_pSymbolItems, UsedSymbols());
-    AddItems(doc, u"TEXTITEM", m_pTextItems, UsedTexts());
+    AddNumberElem(doc, u"B_FONT", m_bHaveFont);
+    if (m_bHaveFont == 1) vantrel1::WriteFontXml(doc, m_lf);
+    AddItemElems(doc, u"SYMBOLITEM", m_pSymbolItems, UsedSymbols());
+    AddItemElems(doc, u"TEXTITEM", m_pTextItems, UsedTexts());
     return;
   }
 
@@ -138,7 +75,7 @@ void CSymbol::SerializeXML(CMarkup* xml, int mode) {
   m_bScalable = doc.GetDataInt(u"SCALABLE", 0);
   m_szDesc = doc.GetDataStr(u"DESC", u"");
   m_bHaveFont = doc.GetDataInt(u"B_FONT", 0);
-  if (m_bHaveFont == 1) m_lf = ReadFont(doc);
+  if (m_bHaveFont == 1) m_lf = vantrel1::ReadFontXml(doc, DefaultSymbolFont());
 
   ReplaceItemArrays(nSymbol, nText);
   ReadItems(doc, u"SYMBOLITEM", m_pSymbolItems, UsedSymbols());
