@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "platform/Archive.h"
+#include "linestyle/ItemArray.h"
 #include "platform/Gdi.h"
 #include "platform/WideCrt.h"
 #include "platform/WideFormat.h"
@@ -16,16 +17,18 @@ IMPLEMENT_SERIAL(CLineType, CObject, 2)
 
 namespace {
 
+using vantrel1::DeleteItem;
+using vantrel1::InUse;
+using vantrel1::ItemAt;
+
 template <typename T>
 T* NewItems(int count) {
   if (count < 1 || count > CLineType::kMaxItems) return nullptr;
   return new (std::nothrow) T[static_cast<std::size_t>(count)];
 }
 
-// Items that can be touched without leaving the array, whatever the count field says.
-int InUse(int count, int capacity) { return std::clamp(count, 0, std::max(capacity, 0)); }
-
-// Appends a copy, growing the array by exactly one element when it is full.
+// Appends a copy, growing the array by exactly one element when it is full. The old array
+// is freed only after the copy: `item` may be one of its own items.
 template <typename T>
 int AddItem(T*& items, int& count, int& capacity, const T* item) {
   if (item == nullptr || count < 0 || count > capacity) return 0;
@@ -33,30 +36,15 @@ int AddItem(T*& items, int& count, int& capacity, const T* item) {
     T* grown = NewItems<T>(capacity + 1);
     if (grown == nullptr) return 0;
     for (int i = 0; i < capacity; ++i) grown[i] = items[i];
+    grown[count] = *item;
     delete[] items;
     items = grown;
     ++capacity;
+  } else {
+    items[count] = *item;
   }
-  items[count] = *item;
   ++count;
   return 1;
-}
-
-template <typename T>
-int DeleteItem(T* items, int& count, int capacity, int index) {
-  if (count < 1) return -1;
-  if (index < 0) return -2;
-  const int used = InUse(count, capacity);
-  if (used < 1) return -1;
-  for (int i = index; i + 1 < used; ++i) items[i] = items[i + 1];
-  items[used - 1].Init();
-  count = used - 1;
-  return count;
-}
-
-template <typename T>
-T* ItemAt(T* items, int count, int capacity, int index) {
-  return index >= 0 && index < InUse(count, capacity) ? &items[index] : nullptr;
 }
 
 template <typename T>

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <new>
 
+#include "linestyle/ItemArray.h"
 #include "platform/Gdi.h"
 #include "suite/VantrelStrings.h"
 
@@ -10,7 +11,10 @@ IMPLEMENT_DYNCREATE(CSymbol, CObject)
 
 namespace {
 
-int InUse(int count, int capacity) { return std::clamp(count, 0, std::max(capacity, 0)); }
+using vantrel1::DeleteItem;
+using vantrel1::InUse;
+using vantrel1::ItemAt;
+
 
 // A new array of exactly count + 1 items: the used ones, then a copy of *item. The old
 // array is freed only after the copy, so that `item` may point into it.
@@ -27,22 +31,6 @@ int AddItem(T*& items, int& count, int& capacity, const T* item) {
   capacity = used + 1;
   count = used + 1;
   return 1;
-}
-
-template <typename T>
-int DeleteItem(T* items, int& count, int capacity, int index) {
-  const int used = InUse(count, capacity);
-  if (used < 1) return -1;
-  if (index < 0) return -2;
-  for (int i = index; i + 1 < used; ++i) items[i] = items[i + 1];
-  items[used - 1].Init();
-  count = used - 1;
-  return count;
-}
-
-template <typename T>
-T* ItemAt(T* items, int count, int capacity, int index) {
-  return index >= 0 && index < InUse(count, capacity) ? &items[index] : nullptr;
 }
 
 }  // namespace

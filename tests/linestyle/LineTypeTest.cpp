@@ -107,9 +107,12 @@ TEST(LineType, AddingGrowsOneElementAtATimeUpToTheLimit) {
     EXPECT_EQ(type.m_nMaxLine, width);
   }
   EXPECT_EQ(LineWidths(type), (std::vector<int>{1, 2, 3}));
+  // An item of the full array itself, copied before the array it lives in is freed.
+  ASSERT_EQ(type.AddLineItem(type.GetLineItem(1)), 1);
+  EXPECT_EQ(LineWidths(type), (std::vector<int>{1, 2, 3, 2}));
   EXPECT_EQ(type.AddLineItem(nullptr), 0);
   EXPECT_EQ(type.AddSymbolItem(nullptr), 0);
-  EXPECT_EQ(type.GetNLine(), 3);
+  EXPECT_EQ(type.GetNLine(), 4);
 
   const CTextItem text(1.0, 0, 1, 1000, 0.5, 0, u"KM");
   CLineType full(0, 0, CLineType::kMaxItems);
