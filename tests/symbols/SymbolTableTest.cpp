@@ -3,8 +3,6 @@
 #include <stdlib.h>
 
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,8 +13,6 @@
 #include "platform/Utf.h"
 #include "symbols/SymbolTable.h"
 #include "symbols/SymbolTestSupport.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -61,32 +57,25 @@ void FromXml(CSymbolTable& table, const std::u16string& doc, int mode = 0) {
 
 }  // namespace
 
-TEST(SymbolTableBuiltIn, EightSymbolsFromTheResourcesNumberedFrom1024) {
+TEST(SymbolTableNumbering, BuiltInsFrom1024AndSelectableNumbersSkipOldStyleTwoToFive) {
   CSymbolTable table;
   LoadBuiltIn(table);
   EXPECT_EQ(Names(table), kBuiltInNames);
   EXPECT_EQ(table.m_nCapacity, 100);
-  EXPECT_EQ(table.CheckValid(), 1);
   EXPECT_EQ(table.GetSymbolPtr(1031), &table.m_pSymbols[7]);
   EXPECT_EQ(table.GetSymbolPtr(1032), nullptr);
-  EXPECT_EQ(ToUtf8(CSymbolTable::GetSymbolNoneDesc()), "Nijedan");
-}
+  for (const auto& [number, user] : {std::pair{1023, 0}, {1024, 1}, {1031, 1}, {1032, 0}, {7, 0}})
+    EXPECT_EQ(table.IsUserSymbol(number), user) << number;
 
-TEST(SymbolTableNumbering, SelectableNumbersSkipOldStyleTwoToFiveAndEndAfterTheLastEntry) {
-  CSymbolTable table;
-  LoadBuiltIn(table);
   CSymbolTable empty;
   const struct {
     int number, next, nextEmpty;
-  } cases[] = {{-5, -1, -1},    {-1, 0, 0},     {0, 1, 1},       {1, 6, 6},       {5, 6, 6},
-               {6, 7, 7},       {18, 19, 19},   {19, 1024, 1024}, {600, 1024, 1024}, {1024, 1025, -1},
-               {1030, 1031, -1}, {1031, -1, -1}, {5000, -1, -1}};
+  } cases[] = {{-5, -1, -1},     {-1, 0, 0},        {1, 6, 6},        {5, 6, 6},         {18, 19, 19},
+               {19, 1024, 1024}, {600, 1024, 1024}, {1024, 1025, -1}, {1030, 1031, -1}, {1031, -1, -1}};
   for (const auto& c : cases) {
     EXPECT_EQ(table.NextUserSymbol(c.number), c.next) << c.number;
     EXPECT_EQ(empty.NextUserSymbol(c.number), c.nextEmpty) << c.number;
   }
-  for (const auto& [number, user] : {std::pair{1023, 0}, {1024, 1}, {1031, 1}, {1032, 0}, {7, 0}})
-    EXPECT_EQ(table.IsUserSymbol(number), user) << number;
 }
 
 TEST(SymbolTableLookup, NamesAreFoundIgnoringAsciiCaseAmongSelectableSymbolsOnly) {
@@ -97,13 +86,11 @@ TEST(SymbolTableLookup, NamesAreFoundIgnoringAsciiCaseAmongSelectableSymbolsOnly
   const struct {
     const char16_t* name;
     int number;
-  } cases[] = {{u"BENCHMARK", 1024}, {u"Nijedan", 0},     {u"circle", 7},       {u"Sim2", -1},
-               {u"IP", -1},          {u"MOčVARA", 1027}, {u"MOČVARA", -1},     {u"Waste Area", 1031},
-               {u"", -1},            {u"nepoznat", -1}};
+  } cases[] = {{u"BENCHMARK", 1024}, {u"Nijedan", 0},     {u"circle", 7},   {u"Sim2", -1},
+               {u"MOčVARA", 1027},   {u"MOČVARA", -1},   {u"Waste Area", 1031}, {u"", -1}};
   for (const auto& c : cases) EXPECT_EQ(table.GetSymbolNumber(c.name), c.number) << ToUtf8(c.name);
 
-  for (const auto& [number, name] : {std::pair{1030, "Borrow pit"}, {7, "Circle"}, {0, "Nijedan"},
-                                     {5000, "Nijedan"}, {-3, "Nijedan"}, {1032, "Circle"}, {1033, "Nijedan"}})
+  for (const auto& [number, name] : {std::pair{1030, "Borrow pit"}, {7, "Circle"}, {-3, "Nijedan"}, {1033, "Nijedan"}})
     EXPECT_EQ(ToUtf8(table.GetDesc(number)), name) << number;
 }
 
@@ -111,35 +98,26 @@ TEST(SymbolTableCreate, CopiesEntriesInTheColourAndScalesOnlyScalableOnes) {
   CSymbolTable table;
   LoadBuiltIn(table);
   const COLORREF red = RGB(255, 0, 0);
-
-  CSymbol* pit = table.CreateSymbol(1030, red, 2.0, 0);
-  EXPECT_EQ(ToUtf8(pit->GetDesc()), "Borrow pit");
-  EXPECT_EQ(pit->SymbolItemsNum(), 2);
-  EXPECT_EQ(pit->TextItemsNum(), 1);
-  EXPECT_EQ(pit->GetColor(), red);
-  EXPECT_EQ(pit->GetScale(), 1.0);  // the built-in header has no scalable field
-  table.DeleteSymbol(pit);
-
-  table.m_pSymbols[6].m_bScalable = 1;
-  CSymbol* scaled = table.CreateSymbol(1030, red, 2.0, 0);
-  EXPECT_EQ(scaled->GetScale(), 2.0);
-  table.DeleteSymbol(scaled);
-
-  CSymbol* nameOnly = table.CreateSymbol(1030, red, 2.0, 1);
-  EXPECT_EQ(nameOnly->SymbolItemsNum(), 0);
-  table.DeleteSymbol(nameOnly);
-
-  CSymbol* old = table.CreateSymbol(7, red, 3.0, 0);
-  EXPECT_NE(old->GetPen(), nullptr);
-  table.DeleteSymbol(old);
-
-  for (int number : {-1, 1032, 5000}) {
-    CSymbol* none = table.CreateSymbol(number, red, 2.0, 0);
-    EXPECT_EQ(none->GetColor(), 0u);
-    EXPECT_EQ(none->GetScale(), 1.0);
-    table.DeleteSymbol(none);
+  struct Case {
+    int number, descOnly;
+    double scale;  // what the new symbol gets
+    int items;
+    COLORREF colour;
+  };
+  table.m_pSymbols[7].m_bScalable = 1;
+  const Case cases[] = {
+      {1030, 0, 1.0, 2, red},  // the built-in header has no scalable field
+      {1031, 0, 2.0, 2, red},  {1031, 1, 2.0, 0, red}, {7, 0, 2.0, 0, red}, {1032, 0, 1.0, 0, 0},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.number);
+    CSymbol* symbol = table.CreateSymbol(c.number, red, 2.0, c.descOnly);
+    EXPECT_EQ(symbol->GetScale(), c.scale);
+    EXPECT_EQ(symbol->SymbolItemsNum(), c.items);
+    EXPECT_EQ(symbol->GetColor(), c.colour);
+    EXPECT_EQ(symbol->GetDesc(), table.GetDesc(c.number));
+    table.DeleteSymbol(symbol);
   }
-  table.DeleteSymbol(static_cast<CSymbol*>(nullptr));
 }
 
 TEST(SymbolTableEditing, AddGrowsByHundredsAndRefusesThe251stWithAWarning) {
@@ -159,14 +137,12 @@ TEST(SymbolTableEditing, AddGrowsByHundredsAndRefusesThe251stWithAWarning) {
   EXPECT_EQ(table.m_nCapacity, 300);
   ASSERT_EQ(sink.Requests().size(), 1u);
   EXPECT_EQ(sink.Requests()[0].id, 265u);
-  EXPECT_EQ(sink.Requests()[0].type & MB_ICONEXCLAMATION, static_cast<UINT>(MB_ICONEXCLAMATION));
 
   EXPECT_EQ(table.CheckValid(), 0);  // 250 is one more than a valid table holds
   table.DeleteSymbol(0);
   EXPECT_EQ(table.CheckValid(), 1);
   table.m_pSymbols[3].SetDesc(u"");
   EXPECT_EQ(table.CheckValid(), 0);
-
   table.m_nCount = -1;
   EXPECT_EQ(table.AddSymbol(symbol, nullptr), -2);
 }
@@ -185,7 +161,7 @@ TEST(SymbolTableEditing, DeleteAndShiftByTableIndex) {
 
   const struct {
     int index, direction, result;
-  } shifts[] = {{0, -1, 0}, {5, 1, 0}, {-1, 1, 0}, {6, -1, 0}, {2, 5, 0}, {0, 1, 1}, {5, -1, 1}};
+  } shifts[] = {{0, -1, 0}, {5, 1, 0}, {6, -1, 0}, {0, 1, 1}, {5, -1, 1}};
   for (const auto& s : shifts) EXPECT_EQ(table.ShiftSymbol(s.index, s.direction), s.result) << s.index;
   EXPECT_EQ(Names(table), (std::vector<std::string>{"P.I.", "spomenik šumarske službe", "močvara", "izdanak stene",
                                                     "Borrow pit", "toranj i žičnica"}));
@@ -201,8 +177,6 @@ TEST(SymbolTableCopy, TakesEveryEntryAndNeverShrinksItsStorage) {
   EXPECT_EQ(Names(big), kBuiltInNames);
   EXPECT_EQ(big.m_nCapacity, 200);
   EXPECT_EQ(big.m_pSymbols[6].TextItemsNum(), 1);
-  CSymbolTable empty;
-  EXPECT_EQ(empty == table, 1);
 }
 
 // Persistent forms --------------------------------------------------------------------------
@@ -236,7 +210,6 @@ TEST(SymbolTableXml, WritesEachEntryInItsOwnElementAndReadsTheTableBack) {
   const std::u16string doc = xml.GetDoc();
   const std::string text = ToUtf8(doc);
   EXPECT_EQ(text.rfind("<SYMBOLTABLE>\r\n<NSYMBOLS>8</NSYMBOLS>\r\n<SYMBOL0>\r\n<COLOR>0</COLOR>", 0), 0u) << text;
-  EXPECT_NE(text.find("<SYMBOL7>\r\n<COLOR>0</COLOR>"), std::string::npos);
   EXPECT_EQ(xml.GetTagName(), u"SYMBOL7");  // the markup stays inside SYMBOLTABLE
 
   CSymbolTable back;
@@ -263,23 +236,12 @@ TEST(SymbolTableXml, UntrustedCountsMissingEntriesAndEmptyTables) {
   }
 }
 
-class SymbolTableFile : public ::testing::Test {
- protected:
-  void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "vantrel1-symtable-XXXXXX").string();
-    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-    m_dir = pattern;
-  }
-  void TearDown() override { fs::remove_all(m_dir); }
-  std::u16string Path(const char* name) const { return vantrel1::FromUtf8((m_dir / name).string()); }
-
-  fs::path m_dir;
-};
+using SymbolTableFile = symboltest::TempDirTest;
 
 TEST_F(SymbolTableFile, WritesOneSectionPerEntryAndReadsThemBackAsAFileTable) {
   CSymbolTable table;
   LoadBuiltIn(table);
-  const std::u16string path = Path("t.sym");
+  const std::u16string path = PathOf("t.sym");
   ASSERT_EQ(table.ToFile(nullptr, path.c_str(), 1), 1);
   CSymbolTable loaded;
   EXPECT_EQ(loaded.FromFile(nullptr, path.c_str(), nullptr), 1);
@@ -298,15 +260,14 @@ TEST_F(SymbolTableFile, WritesOneSectionPerEntryAndReadsThemBackAsAFileTable) {
 
   // A file without a first section gives the built-in symbols; a broken section stops
   // the load after the entries before it.
-  std::ofstream(m_dir / "other.sym", std::ios::binary) << "[Symbol1]\r\nSymbolDesc=0,0,0,0,x\r\n";
-  EXPECT_EQ(loaded.FromFile(nullptr, Path("other.sym").c_str(), nullptr), 0);
+  Write("other.sym", "[Symbol1]\r\nSymbolDesc=0,0,0,0,x\r\n");
+  EXPECT_EQ(loaded.FromFile(nullptr, PathOf("other.sym").c_str(), nullptr), 0);
   EXPECT_EQ(Names(loaded), kBuiltInNames);
-  std::ofstream(m_dir / "broken.sym", std::ios::binary)
-      << "[Symbol0]\r\nSymbolDesc=0,0,0,0,a\r\n[Symbol1]\r\nSymbolDesc=0,0,1,0,b\r\n";
-  EXPECT_EQ(loaded.FromFile(nullptr, Path("broken.sym").c_str(), nullptr), 0);
+  Write("broken.sym", "[Symbol0]\r\nSymbolDesc=0,0,0,0,a\r\n[Symbol1]\r\nSymbolDesc=0,0,1,0,b\r\n");
+  EXPECT_EQ(loaded.FromFile(nullptr, PathOf("broken.sym").c_str(), nullptr), 0);
   EXPECT_EQ(Names(loaded), std::vector<std::string>{"a"});
 
-  EXPECT_EQ(table.ToFile(nullptr, Path("nema/t.sym").c_str(), 1), 0);
+  EXPECT_EQ(table.ToFile(nullptr, PathOf("nema/t.sym").c_str(), 1), 0);
 }
 
 TEST_F(SymbolTableFile, WithoutAFileNameWritesNormalSymInTheInstallationDirectory) {
@@ -319,6 +280,6 @@ TEST_F(SymbolTableFile, WithoutAFileNameWritesNormalSymInTheInstallationDirector
   if (saved) ::setenv("VANTREL1_DIR", saved->c_str(), 1); else ::unsetenv("VANTREL1_DIR");
   EXPECT_EQ(result, 1);
   CSymbolTable loaded;
-  EXPECT_EQ(loaded.FromFile(nullptr, Path("Normal.sym").c_str(), nullptr), 1);
+  EXPECT_EQ(loaded.FromFile(nullptr, PathOf("Normal.sym").c_str(), nullptr), 1);
   EXPECT_EQ(Names(loaded), kBuiltInNames);
 }

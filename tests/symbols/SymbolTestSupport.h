@@ -1,6 +1,12 @@
 #pragma once
-// Figures and texts for the symbol tests, built from plain lists.
+// Figures and texts for the symbol tests, built from plain lists, and a scratch directory.
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
 #include <initializer_list>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -61,5 +67,27 @@ inline CSymbol Composite(std::initializer_list<CSymbolItem> items, std::initiali
   for (const CTextItem& text : texts) symbol.AddTextItem(&text);
   return symbol;
 }
+
+// A fresh directory for each test, removed with its files afterwards.
+class TempDirTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (std::filesystem::temp_directory_path() / "vantrel1-symbols-XXXXXX").string();
+    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
+    m_dir = pattern;
+  }
+  void TearDown() override { std::filesystem::remove_all(m_dir); }
+
+  std::u16string PathOf(const char* name) const { return vantrel1::FromUtf8((m_dir / name).string()); }
+  void Write(const char* name, const std::string& text) const {
+    std::ofstream(m_dir / name, std::ios::binary) << text;
+  }
+  std::string Read(const char* name) const {
+    std::ifstream in(m_dir / name, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+  }
+
+  std::filesystem::path m_dir;
+};
 
 }  // namespace symboltest
