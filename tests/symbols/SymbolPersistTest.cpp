@@ -13,6 +13,7 @@ namespace {
 
 using symboltest::Figure;
 using symboltest::Text;
+using symboltest::ToXml;
 using vantrel1::ToUtf8;
 
 class SymbolFile : public symboltest::TempDirTest {
@@ -49,15 +50,6 @@ template <typename Item>
 std::string Record(Item* item) {
   WCHAR record[512];
   return item != nullptr && item->ToAscii(record, 512) != nullptr ? ToUtf8(record) : "";
-}
-
-std::u16string ToXml(CSymbol& symbol) {
-  CMarkup xml;
-  xml.AddElem(u"SYMBOL0");
-  xml.IntoElem();
-  symbol.SerializeXML(&xml, 1);
-  xml.OutOfElem();
-  return xml.GetDoc();
 }
 
 void FromXml(CSymbol& symbol, const std::u16string& doc) {

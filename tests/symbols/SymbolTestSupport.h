@@ -13,6 +13,7 @@
 
 #include "linestyle/SymbolItem.h"
 #include "linestyle/TextItem.h"
+#include "markup/Markup.h"
 #include "platform/Utf.h"
 #include "symbols/Symbol.h"
 
@@ -66,6 +67,16 @@ inline CSymbol Composite(std::initializer_list<CSymbolItem> items, std::initiali
   for (const CSymbolItem& item : items) symbol.AddSymbolItem(&item);
   for (const CTextItem& text : texts) symbol.AddTextItem(&text);
   return symbol;
+}
+
+// The symbol's XML form inside a SYMBOL0 element: every field it keeps, in one string.
+inline std::u16string ToXml(CSymbol& symbol) {
+  CMarkup xml;
+  xml.AddElem(u"SYMBOL0");
+  xml.IntoElem();
+  symbol.SerializeXML(&xml, 1);
+  xml.OutOfElem();
+  return xml.GetDoc();
 }
 
 // A fresh directory for each test, removed with its files afterwards.
