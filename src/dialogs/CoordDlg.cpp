@@ -116,7 +116,10 @@ QGroupBox* Group(QWidget* parent, UINT title, QGridLayout*& grid) {
 
 CCoordDlg::CCoordDlg(int standalone) : CPropertyPage(IDD), m_bStandalone(standalone) {
   BuildControls();
-  RouteButtons();
+  ConnectClicked(IDOK, [this] { OnBnClickedOk(); });
+  ConnectClicked(IDCANCEL, [this] { OnBnClickedCancel(); });
+  ConnectClicked(IDC_CENTER_SCREEN, [this] { OnBnClickedCenterScreen(); });
+  ConnectClicked(IDC_DISABLE, [this] { OnClickedDisable(); });
 }
 
 CCoordDlg::~CCoordDlg() = default;

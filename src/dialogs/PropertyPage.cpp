@@ -45,12 +45,8 @@ BOOL CPropertyPage::PreTranslateMessage(MSG* /*msg*/) { return FALSE; }
 
 BOOL CPropertyPage::DialogPreTranslateMessage(MSG* /*msg*/) { return FALSE; }
 
-BOOL CPropertyPage::OnCommand(int id) {
-  if (id < 0) return FALSE;
-  const AFX_MSGMAP_ENTRY* entry = FindClicked(GetMessageMap(), static_cast<UINT>(id));
-  if (entry == nullptr || entry->pfn == nullptr) return FALSE;
-  (this->*(entry->pfn))();
-  return TRUE;
+const AFX_MSGMAP_ENTRY* CPropertyPage::FindClickedEntry(int id) const {
+  return id < 0 ? nullptr : FindClicked(GetMessageMap(), static_cast<UINT>(id));
 }
 
 void CPropertyPage::OnOK() {
@@ -62,13 +58,11 @@ void CPropertyPage::OnCancel() {
   if (!IsEmbedded()) EndDialog(IDCANCEL);
 }
 
-void CPropertyPage::RouteButtons() {
-  for (QAbstractButton* button : findChildren<QAbstractButton*>()) {
-    bool numbered = false;
-    const int id = button->objectName().toInt(&numbered);
-    if (!numbered) continue;
-    connect(button, &QAbstractButton::clicked, this, [this, id] { OnCommand(id); });
-  }
+BOOL CPropertyPage::ConnectClicked(int id, std::function<void()> handler) {
+  auto* button = qobject_cast<QAbstractButton*>(WidgetFromHwnd(GetDlgItem(GetSafeHwnd(), id)));
+  if (button == nullptr || !handler) return FALSE;
+  connect(button, &QAbstractButton::clicked, this, [handler = std::move(handler)] { handler(); });
+  return TRUE;
 }
 
 void CPropertyPage::CenterWindow() {

@@ -6,8 +6,12 @@
 // DoModal activates the page after OnInitDialog, and OK leaves it (OnKillActive) before
 // the dialog closes, so a page behaves the same way in both settings.
 //
-// Buttons are routed through the class's message map: a click on a push button or check
-// box calls the map's BN_CLICKED entry for the button's resource id.
+// The message map records the page's button handlers, as the framework's maps do; the
+// clicks themselves reach the handlers through ConnectClicked (Qt's signals), since
+// calling a derived class's handler through the map's base-class member pointer is not
+// something portable C++ promises.
+#include <functional>
+
 #include <QKeyEvent>
 
 #include "dialogs/Dialog.h"
@@ -50,8 +54,8 @@ class VANTREL1_QT_EXPORT CPropertyPage : public CDialog {
   // pre-translation hands nothing on: FALSE.
   virtual BOOL PreTranslateMessage(MSG* msg);
 
-  // Calls the message map's BN_CLICKED entry for `id`; FALSE when there is none.
-  BOOL OnCommand(int id);
+  // The message map's BN_CLICKED entry for button `id`, else null.
+  const AFX_MSGMAP_ENTRY* FindClickedEntry(int id) const;
 
  protected:
   // Alone: leaves the page, then closes with IDOK. In a sheet the sheet does both.
@@ -60,8 +64,9 @@ class VANTREL1_QT_EXPORT CPropertyPage : public CDialog {
   // The plain dialog's pre-translation, for pages that route messages as a dialog does:
   // FALSE, leaving the keys to the dialog's own keyboard handling.
   BOOL DialogPreTranslateMessage(MSG* msg);
-  // Connects every button among the page's controls to OnCommand. Call after building them.
-  void RouteButtons();
+  // Calls `handler` whenever the button or check box `id` is clicked; FALSE when the page
+  // has no such control.
+  BOOL ConnectClicked(int id, std::function<void()> handler);
   // Centres a page run alone on its owner (on the screen without one).
   void CenterWindow();
 

@@ -16,7 +16,7 @@ namespace {
 using vantrel1::test::Application;
 using vantrel1::test::WhileModal;
 
-// A page whose leaving can be refused, with a check box routed through its message map.
+// A page whose leaving can be refused, with a check box and an OK button.
 class CProbePage : public CPropertyPage {
  public:
   CProbePage() : CPropertyPage(30000) {
@@ -24,7 +24,9 @@ class CProbePage : public CPropertyPage {
     check->setObjectName(QStringLiteral("30001"));
     auto* ok = new QPushButton(this);
     ok->setObjectName(QStringLiteral("1"));
-    RouteButtons();
+    ConnectClicked(30001, [this] { OnChecked(); });
+    ConnectClicked(IDOK, [this] { OnOkButton(); });
+    m_bConnectedMissing = ConnectClicked(30002, [this] { OnChecked(); });
   }
   BOOL OnSetActive() override {
     ++m_nActivated;
@@ -41,6 +43,7 @@ class CProbePage : public CPropertyPage {
   int m_nLeft = 0;
   int m_nChecked = 0;
   BOOL m_bMayLeave = TRUE;
+  BOOL m_bConnectedMissing = TRUE;
 
   DECLARE_MESSAGE_MAP()
 };
@@ -73,7 +76,7 @@ TEST_F(PropertyPage, AloneItIsActivatedAndClosesWithOkOnlyWhenItMayBeLeft) {
   EXPECT_EQ(page.m_nLeft, 2);
 }
 
-TEST_F(PropertyPage, InASheetOkAndCancelAreTheSheetsAndButtonsFollowTheMessageMap) {
+TEST_F(PropertyPage, InASheetOkAndCancelAreTheSheets) {
   QWidget sheet;
   CProbePage page;
   page.Embed(&sheet);
@@ -87,8 +90,24 @@ TEST_F(PropertyPage, InASheetOkAndCancelAreTheSheetsAndButtonsFollowTheMessageMa
 
   QTest::mouseClick(page.findChild<QCheckBox*>(QStringLiteral("30001")), Qt::LeftButton);
   EXPECT_EQ(page.m_nChecked, 1);
-  EXPECT_EQ(page.OnCommand(30002), FALSE);
-  EXPECT_EQ(page.m_nChecked, 1);
+  EXPECT_EQ(page.m_bConnectedMissing, FALSE);
+}
+
+TEST_F(PropertyPage, TheMessageMapNamesEachButtonsHandlerAndEndsAtItsBase) {
+  CProbePage page;
+  const AFX_MSGMAP_ENTRY* checked = page.FindClickedEntry(30001);
+  ASSERT_NE(checked, nullptr);
+  EXPECT_EQ(checked->nMessage, WM_COMMAND);
+  EXPECT_EQ(checked->nCode, BN_CLICKED);
+  EXPECT_EQ(checked->pfn, static_cast<void (CCmdTarget::*)()>(&CProbePage::OnChecked));
+  EXPECT_EQ(page.FindClickedEntry(30002), nullptr);
+  EXPECT_EQ(page.FindClickedEntry(-1), nullptr);
+  int maps = 0;
+  for (const AFX_MSGMAP* map = page.GetMessageMap(); map != nullptr;
+       map = map->pfnGetBaseMap ? map->pfnGetBaseMap() : nullptr) {
+    ++maps;
+  }
+  EXPECT_GE(maps, 3);  // the page's, CPropertyPage's, the command target's
 }
 
 TEST_F(PropertyPage, WindowStateCallsLeaveHandlesOfNoWindowAlone) {
