@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <vector>
 
 #include "platform/GlobalMemory.h"
 #include "platform/MemoryClipboardBackend.h"
@@ -15,9 +16,13 @@ CClipboardBackend* g_backend = &g_memoryBackend;
 struct ClipboardState {
   bool open = false;
   HWND owner = nullptr;
-  // Blocks the clipboard holds on the caller's behalf, by format, until it is emptied or
-  // closed: those handed over by SetClipboardData and those lent by GetClipboardData.
-  std::map<UINT, HGLOBAL> blocks;
+  // Blocks the clipboard holds on the caller's behalf until it is emptied or closed: those
+  // handed over by SetClipboardData and those lent by GetClipboardData. None is freed
+  // earlier, even when its format gets new data: a caller may still hold its handle, and
+  // a freed handle could come back from the next allocation naming another block.
+  std::vector<HGLOBAL> held;
+  // The block lent for each format, handed out again while the data stays the same.
+  std::map<UINT, HGLOBAL> lent;
 };
 
 ClipboardState& State() {
@@ -25,15 +30,15 @@ ClipboardState& State() {
   return state;
 }
 
-void KeepBlock(UINT format, HGLOBAL block) {
-  HGLOBAL& slot = State().blocks[format];
-  if (slot && slot != block) GlobalFree(slot);
-  slot = block;
+void Hold(HGLOBAL block) {
+  std::vector<HGLOBAL>& held = State().held;
+  if (std::find(held.begin(), held.end(), block) == held.end()) held.push_back(block);
 }
 
 void ReleaseBlocks() {
-  for (const auto& entry : State().blocks) GlobalFree(entry.second);
-  State().blocks.clear();
+  for (HGLOBAL block : State().held) GlobalFree(block);
+  State().held.clear();
+  State().lent.clear();
 }
 
 HGLOBAL BlockOf(const std::vector<BYTE>& data) {
@@ -128,8 +133,11 @@ BOOL IsClipboardFormatAvailable(UINT format) { return vantrel1::g_backend->IsFor
 HGLOBAL GetClipboardData(UINT format) {
   std::vector<BYTE> data;
   if (!State().open || !vantrel1::g_backend->GetData(format, data)) return nullptr;
+  if (const auto it = State().lent.find(format); it != State().lent.end()) return it->second;
   HGLOBAL block = vantrel1::BlockOf(data);
-  if (block) vantrel1::KeepBlock(format, block);
+  if (!block) return nullptr;
+  vantrel1::Hold(block);
+  State().lent[format] = block;
   return block;
 }
 
@@ -141,6 +149,7 @@ HANDLE SetClipboardData(UINT format, HANDLE data) {
   const bool accepted = vantrel1::g_backend->SetData(format, bytes ? std::vector<BYTE>(bytes, bytes + size) : std::vector<BYTE>());
   if (bytes) GlobalUnlock(data);
   if (!accepted) return nullptr;
-  vantrel1::KeepBlock(format, data);
+  vantrel1::Hold(data);
+  State().lent.erase(format);
   return data;
 }

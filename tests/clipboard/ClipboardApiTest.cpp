@@ -90,7 +90,17 @@ TEST(ClipboardData, AHandedBlockBelongsToTheClipboardUntilCloseAndARefusedOneSta
   EXPECT_EQ(GlobalSize(lent), 4u);
   EXPECT_EQ(std::memcmp(GlobalLock(lent), "ab\0\0", 4), 0);
   GlobalUnlock(lent);
+  EXPECT_EQ(GetClipboardData(700), lent);  // the same data, the same block
   EXPECT_EQ(GetClipboardData(701), nullptr);
+  // New data under the format: the block handed before and the one lent for it stay
+  // valid, and distinct from new ones, until close.
+  HGLOBAL second = GlobalAlloc(GMEM_SHARE, 2);
+  EXPECT_EQ(SetClipboardData(700, second), second);
+  HGLOBAL lentAgain = GetClipboardData(700);
+  EXPECT_NE(lentAgain, lent);
+  EXPECT_EQ(GlobalSize(block), 4u);
+  EXPECT_EQ(GlobalSize(lent), 4u);
+  EXPECT_EQ(GlobalSize(lentAgain), 2u);
 
   int local = 0;
   EXPECT_EQ(SetClipboardData(701, &local), nullptr);
@@ -99,9 +109,11 @@ TEST(ClipboardData, AHandedBlockBelongsToTheClipboardUntilCloseAndARefusedOneSta
   CloseClipboard();
   EXPECT_EQ(GlobalFlags(block), GMEM_INVALID_HANDLE);
   EXPECT_EQ(GlobalFlags(lent), GMEM_INVALID_HANDLE);
+  EXPECT_EQ(GlobalFlags(second), GMEM_INVALID_HANDLE);
+  EXPECT_EQ(GlobalFlags(lentAgain), GMEM_INVALID_HANDLE);
   EXPECT_EQ(GlobalSize(refused), 2u);
   EXPECT_EQ(clipboard.Formats(), std::vector<UINT>{700});
-  EXPECT_EQ(clipboard.Bytes(700), (std::vector<BYTE>{'a', 'b', 0, 0}));
+  EXPECT_EQ(clipboard.Bytes(700), (std::vector<BYTE>{0, 0}));
   GlobalFree(refused);
 }
 
