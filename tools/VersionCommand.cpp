@@ -12,7 +12,8 @@ int RunVersion(int, char**) {
               "the XML class, platform layer (UTF-16 strings, archives, profile files, string tables, "
               "drawing device context), geometry types and the quadtree, CRC-32, precise timer, "
               "subject and observer, point symbols and the symbol table, the application clipboard, "
-              "the help launcher, overwrite prompt and folder browser, PNG/PDF/SVG output, the catalogue and "
+              "the help launcher, overwrite prompt, folder browser, file dialog and rotate/translate/scale page, "
+              "PNG/PDF/SVG output, the catalogue and "
               "render commands\n");
   return 0;
 }

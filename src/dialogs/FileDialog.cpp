@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "dialogs/DialogStrings.h"
-#include "dialogs/FileSelection.h"
+#include "suite/FileSelection.h"
 #include "dialogs/QtText.h"
 #include "dialogs/WindowOps.h"
 #include "suite/AppMessages.h"

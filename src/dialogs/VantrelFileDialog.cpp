@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "dialogs/FileSelection.h"
+#include "suite/FileSelection.h"
 #include "help/VantrelHelp.h"
 #include "platform/Registry.h"
 #include "platform/WinThread.h"

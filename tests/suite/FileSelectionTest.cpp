@@ -1,4 +1,4 @@
-#include "dialogs/FileSelection.h"
+#include "suite/FileSelection.h"
 
 #include <gtest/gtest.h>
 

@@ -27,28 +27,28 @@ struct FilterPair {
 
 // The pairs of a filter list, in order. The list ends at its end, at an empty description
 // (the "||" that closes it) or at a description without its pattern text.
-VANTREL1_QT_EXPORT std::vector<FilterPair> ParseFilterList(std::u16string_view filter);
+VANTREL1_EXPORT std::vector<FilterPair> ParseFilterList(std::u16string_view filter);
 // The pattern text of pair `index` (1 is the first); false when the list ends before it.
-VANTREL1_QT_EXPORT bool FilterPattern(std::u16string_view filter, int index, CStdStrW* patterns);
+VANTREL1_EXPORT bool FilterPattern(std::u16string_view filter, int index, CStdStrW* patterns);
 // True as soon as one ';'-separated part of `patterns` fits `name` (FileNameFitsSpec).
-VANTREL1_QT_EXPORT bool NameFitsPatterns(std::u16string_view name, std::u16string_view patterns);
+VANTREL1_EXPORT bool NameFitsPatterns(std::u16string_view name, std::u16string_view patterns);
 // The extension a bare name gets from `patterns`: what follows the first '.' of the first
 // part ("prj" for "*.prj;*.txt"). Empty when that cannot name a file: no dot, nothing after
 // it, or a wildcard or separator in it ("*.*", "*.l?n").
-VANTREL1_QT_EXPORT CStdStrW PatternExtension(std::u16string_view patterns);
+VANTREL1_EXPORT CStdStrW PatternExtension(std::u16string_view patterns);
 // Appends "." (unless `text` already ends with one) and `ext` when the result and its
 // terminator fit in `capacity` units; false and `text` unchanged otherwise.
-VANTREL1_QT_EXPORT bool AppendExtension(CStdStrW& text, std::u16string_view ext, std::size_t capacity);
+VANTREL1_EXPORT bool AppendExtension(CStdStrW& text, std::u16string_view ext, std::size_t capacity);
 
 // The dialog's file buffer, as the common file dialog fills it: one full path, or for a
 // multi-selection the folder and then each name, every string terminated and the whole
 // ended by an empty string. Reading never goes beyond `capacity` units.
-VANTREL1_QT_EXPORT std::vector<CStdStrW> ReadSelectionBuffer(const WCHAR* buffer, std::size_t capacity);
+VANTREL1_EXPORT std::vector<CStdStrW> ReadSelectionBuffer(const WCHAR* buffer, std::size_t capacity);
 // Writes `paths` in that form (names of another folder than the first one's stay full
 // paths) and zeroes the rest; false, with an empty buffer, when they do not fit.
-VANTREL1_QT_EXPORT bool WriteSelectionBuffer(const std::vector<CStdStrW>& paths, WCHAR* buffer, std::size_t capacity);
+VANTREL1_EXPORT bool WriteSelectionBuffer(const std::vector<CStdStrW>& paths, WCHAR* buffer, std::size_t capacity);
 // True when nothing follows the first string: one name (or none).
-VANTREL1_QT_EXPORT bool BufferHoldsSingleName(const WCHAR* buffer, std::size_t capacity);
+VANTREL1_EXPORT bool BufferHoldsSingleName(const WCHAR* buffer, std::size_t capacity);
 
 // The confirmed choice as the checks see it and change it.
 struct FileSelection {
@@ -69,7 +69,7 @@ struct FileSelectionRules {
 // Runs the checks, telling the user why a choice is refused (the suite's messages 44,
 // 138, 743, 812 and the question 504). Returns 0 to accept and 1 to keep the dialog open;
 // `*extensionAppended` tells whether a bare name got the filter's extension.
-VANTREL1_QT_EXPORT int CheckFileSelection(FileSelection& selection, const FileSelectionRules& rules,
+VANTREL1_EXPORT int CheckFileSelection(FileSelection& selection, const FileSelectionRules& rules,
                                           bool* extensionAppended);
 
 // The first-use setting "StartInSamples": "%d,%d,%d", one flag per program type, in the
@@ -79,9 +79,9 @@ struct SamplesFlags {
 };
 // Reads as the C library's "%d,%d,%d" scan does: values that are missing or malformed
 // (and all after them) are 0; values beyond the int range are clamped.
-VANTREL1_QT_EXPORT SamplesFlags ParseSamplesFlags(std::u16string_view text);
-VANTREL1_QT_EXPORT CStdStrW FormatSamplesFlags(const SamplesFlags& flags);
+VANTREL1_EXPORT SamplesFlags ParseSamplesFlags(std::u16string_view text);
+VANTREL1_EXPORT CStdStrW FormatSamplesFlags(const SamplesFlags& flags);
 // Where the flag of a program type is kept; -1 for a type without one.
-VANTREL1_QT_EXPORT int SamplesFlagSlot(int moduleType);
+VANTREL1_EXPORT int SamplesFlagSlot(int moduleType);
 
 }  // namespace vantrel1
