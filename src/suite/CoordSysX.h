@@ -98,7 +98,8 @@ class VANTREL1_EXPORT CCoordSysX {
   // reserved (0). Non-zero on success; other codes fail and leave the system unchanged.
   int From3int2(const CVantrelAppBaseX* app, int family, int datum, int zone, double unitSize, int flag);
 
-  // Equal: both none, or PROJ finds the two systems equivalent (names aside).
+  // Equal: both none, or PROJ finds the two systems equivalent, names and the order of
+  // their axes aside (coordinates are handed over in display order only).
   bool operator==(const CCoordSysX& other) const;
   bool operator!=(const CCoordSysX& other) const { return !(*this == other); }
 
@@ -111,7 +112,9 @@ class VANTREL1_EXPORT CCoordSysX {
   static int Transform(const CCoordSysX& source, const CCoordSysX& target, double* first, double* second,
                        int geographic);
 
- private:
+  // The PROJ object behind a system; opaque outside the library's own files.
   struct Impl;
+
+ private:
   std::unique_ptr<Impl> m_pImpl;  // null for the none system
 };

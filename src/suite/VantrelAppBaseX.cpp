@@ -2,6 +2,7 @@
 
 #include "platform/Profile.h"
 #include "platform/Registry.h"
+#include "suite/CoordSysX.h"
 
 CVantrelAppBaseX::~CVantrelAppBaseX() = default;
 
@@ -26,6 +27,7 @@ int CVantrelAppBaseX::SetDefaultLineWidth(int width) {
 
 int CVantrelAppBaseX::ConvertCoords(double* first, double* second, int reserved, const CCoordSysX& source,
                                     const CCoordSysX& target, int flag) const {
-  if (!m_converter || !first || !second) return 0;
+  if (!first || !second) return 0;
+  if (!m_converter) return CCoordSysX::Transform(source, target, first, second, reserved == 0);
   return m_converter(first, second, reserved, source, target, flag);
 }

@@ -42,8 +42,9 @@ class VANTREL1_EXPORT CVantrelAppBaseX {
   // Stores the setting; 0 when the width is outside 0..100 or cannot be stored.
   int SetDefaultLineWidth(int width);
 
-  // The application's coordinate conversion: the installed converter, or 0 (failure)
-  // when there is none.
+  // The application's coordinate conversion: the installed converter, or else PROJ's
+  // (CCoordSysX::Transform; `reserved` 0 means the values are latitude and longitude in
+  // degrees, which is how a geographic point converts itself).
   virtual int ConvertCoords(double* first, double* second, int reserved, const CCoordSysX& source,
                             const CCoordSysX& target, int flag) const;
   void SetCoordConverter(CoordConverter converter) { m_converter = std::move(converter); }

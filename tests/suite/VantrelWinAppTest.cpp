@@ -9,6 +9,7 @@
 #include <string>
 
 #include "platform/Registry.h"
+#include "suite/CoordSysX.h"
 #include "suite/VantrelAppBaseX.h"
 
 namespace {
@@ -26,8 +27,11 @@ class ScopedRegistry {
   CRegistryStore* m_previous;
 };
 
-// The conversion hook only hands the coordinate systems on; any object stands for one.
-const CCoordSysX& System(const void* storage) { return *static_cast<const CCoordSysX*>(storage); }
+CCoordSysX Epsg(int code) {
+  CCoordSysX system;
+  EXPECT_EQ(system.FromEPSG(nullptr, code, 1), 1);
+  return system;
+}
 
 }  // namespace
 
@@ -67,30 +71,43 @@ TEST(CVantrelAppBaseX, DefaultLineWidthIsTheUserSettingWithinItsRange) {
   }
 }
 
-TEST(CVantrelAppBaseX, ConvertsCoordinatesThroughTheInstalledConverter) {
-  const int source = 0, target = 0;
+TEST(CVantrelAppBaseX, ConvertsLatitudeAndLongitudeWithProjUnlessAConverterIsInstalled) {
+  const CCoordSysX wgs84 = Epsg(4326), mgi = Epsg(31276), none;
   CVantrelAppBaseX context;
-  double lat = 44.8, lon = 20.4;
-  EXPECT_EQ(context.ConvertCoords(&lat, &lon, 0, System(&source), System(&target), 1), 0);
+  // Belgrade from WGS 84 to the MGI datum (cs2cs of PROJ 9.1).
+  double lat = 44.8176, lon = 20.4633;
+  EXPECT_EQ(context.ConvertCoords(&lat, &lon, 0, wgs84, mgi, 1), 1);
+  EXPECT_NEAR(lat, 44.8175561274, 1e-9);
+  EXPECT_NEAR(lon, 20.4647738428, 1e-9);
+  // Any other `reserved`: the systems' own coordinates, easting first.
+  double x = 20.4633, y = 44.8176;
+  EXPECT_EQ(context.ConvertCoords(&x, &y, 1, wgs84, Epsg(32634), 1), 1);
+  EXPECT_NEAR(x, 457565.831928, 0.001);
+  EXPECT_NEAR(y, 4962828.484551, 0.001);
+  lat = 44.8;
+  EXPECT_EQ(context.ConvertCoords(&lat, &lon, 0, none, mgi, 1), 0);
+  EXPECT_EQ(context.ConvertCoords(nullptr, &lon, 0, wgs84, mgi, 1), 0);
+  EXPECT_EQ(lat, 44.8);
+
   context.SetCoordConverter([&](double* a, double* b, int reserved, const CCoordSysX& from, const CCoordSysX& to,
                                 int flag) {
     EXPECT_EQ(reserved, 0);
-    EXPECT_EQ(&from, &System(&source));
-    EXPECT_EQ(&to, &System(&target));
+    EXPECT_EQ(&from, &none);
+    EXPECT_EQ(&to, &mgi);
     *a += 1;
     *b -= 1;
     return flag == 1 ? 1 : 0;
   });
-  EXPECT_EQ(context.ConvertCoords(&lat, &lon, 0, System(&source), System(&target), 1), 1);
+  lat = 44.8, lon = 20.4;
+  EXPECT_EQ(context.ConvertCoords(&lat, &lon, 0, none, mgi, 1), 1);
   EXPECT_EQ(lat, 45.8);
   EXPECT_EQ(lon, 19.4);
-  EXPECT_EQ(context.ConvertCoords(nullptr, &lon, 0, System(&source), System(&target), 1), 0);
 
   CVantrelWinApp app(1, &context);
-  EXPECT_EQ(app.ConvertCoords(&lat, &lon, 0, System(&source), System(&target), 2), 0);
+  EXPECT_EQ(app.ConvertCoords(&lat, &lon, 0, none, mgi, 2), 0);
   EXPECT_EQ(lat, 46.8);  // converted, but the converter reported failure
   app.SetAppBase(nullptr);
-  EXPECT_EQ(app.ConvertCoords(&lat, &lon, 0, System(&source), System(&target), 1), 0);
+  EXPECT_EQ(app.ConvertCoords(&lat, &lon, 0, none, mgi, 1), 0);
   EXPECT_EQ(lat, 46.8);
 }
 
