@@ -113,15 +113,26 @@ void WithNested(const std::function<void(QWidget*)>& act, const std::function<vo
   EXPECT_TRUE(acted);
 }
 
-// Types `text` into the file dialog's name field and confirms it.
-void ChooseFile(QWidget* fileDialog, const QString& text) {
+// What a file dialog was made with.
+struct FileDialogSeen {
+  CStdStrW filter;
+  DWORD flags = 0;
+  BOOL open = -1;
+};
+
+// Types `text` into the file dialog's name field and confirms it, noting the dialog's
+// settings in `seen` when given.
+void ChooseFile(QWidget* fileDialog, const QString& text, FileDialogSeen* seen = nullptr) {
+  auto* chooser = qobject_cast<CVantrelFileDialog*>(fileDialog);
+  ASSERT_NE(chooser, nullptr);
+  if (seen) *seen = {chooser->GetFilter(), chooser->m_ofn.Flags, chooser->IsOpenDialog()};
   auto* edit = fileDialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
   ASSERT_NE(edit, nullptr);
   edit->setText(text);
-  static_cast<QDialog*>(fileDialog)->accept();
-  if (fileDialog->isVisible()) {
+  static_cast<QDialog*>(chooser)->accept();
+  if (chooser->isVisible()) {
     ADD_FAILURE() << "the file dialog refused " << text.toStdString();
-    static_cast<QDialog*>(fileDialog)->reject();
+    static_cast<QDialog*>(chooser)->reject();
   }
 }
 
@@ -296,24 +307,13 @@ TEST_F(CSysAdvDlgTest, FromFileReadsAProjectionFileAndKeepsTheSystemWhenItCannot
   const QString broken = Write("pokvaren.prj", "PROJCS[\"nedovrsen\",GEOGCS[");
   ProbeDlg dlg;
   dlg.InitCSys(FromCode(4326));
-  CStdStrW filter;
-  DWORD flags = 0;
-  BOOL open = FALSE;
+  FileDialogSeen seen;
   const INT_PTR result = Run(dlg, [&](ProbeDlg& d) {
     WithNested([](QWidget* file) { static_cast<QDialog*>(file)->reject(); }, [&] { d.Click(20252); });
     EXPECT_EQ(d.puts, 1);
     EXPECT_EQ(d.Label(20221), CStdStrW(u"4326"));
 
-    WithNested(
-        [&](QWidget* file) {
-          auto* chooser = qobject_cast<CVantrelFileDialog*>(file);
-          ASSERT_NE(chooser, nullptr);
-          filter = chooser->GetFilter();
-          flags = chooser->m_ofn.Flags;
-          open = chooser->IsOpenDialog();
-          ChooseFile(file, broken);
-        },
-        [&] { d.Click(20252); });
+    WithNested([&](QWidget* file) { ChooseFile(file, broken, &seen); }, [&] { d.Click(20252); });
     EXPECT_EQ(d.puts, 2);
     EXPECT_EQ(d.Label(20221), CStdStrW(u"4326"));
 
@@ -323,9 +323,9 @@ TEST_F(CSysAdvDlgTest, FromFileReadsAProjectionFileAndKeepsTheSystemWhenItCannot
     EXPECT_TRUE(d.Enabled(20253));
     d.Click(IDOK);
   });
-  EXPECT_EQ(filter, CStdStrW(u"Datoteke projekcije (*.prj)|*.prj|Sve datoteke (*.*)|*.*|"));
-  EXPECT_EQ(flags, OFN_FILEMUSTEXIST | OFN_LONGNAMES | CVantrelFileDialog::kRequiredFlags);
-  EXPECT_TRUE(open);
+  EXPECT_EQ(seen.filter, CStdStrW(u"Datoteke projekcije (*.prj)|*.prj|Sve datoteke (*.*)|*.*|"));
+  EXPECT_EQ(seen.flags, OFN_FILEMUSTEXIST | OFN_LONGNAMES | CVantrelFileDialog::kRequiredFlags);
+  EXPECT_EQ(seen.open, TRUE);
   EXPECT_EQ(result, IDOK);
   EXPECT_TRUE(*dlg.GetCSys() == FromCode(32634));
   EXPECT_TRUE(sink.Requests().empty());
@@ -334,25 +334,14 @@ TEST_F(CSysAdvDlgTest, FromFileReadsAProjectionFileAndKeepsTheSystemWhenItCannot
 TEST_F(CSysAdvDlgTest, ToFileWritesTheSystemGivingABareNameThePrjExtension) {
   ProbeDlg dlg;
   dlg.InitCSys(FromCode(32634));
-  CStdStrW filter;
-  DWORD flags = 0;
-  BOOL open = TRUE;
+  FileDialogSeen seen;
   Run(dlg, [&](ProbeDlg& d) {
-    WithNested(
-        [&](QWidget* file) {
-          auto* chooser = qobject_cast<CVantrelFileDialog*>(file);
-          ASSERT_NE(chooser, nullptr);
-          filter = chooser->GetFilter();
-          flags = chooser->m_ofn.Flags;
-          open = chooser->IsOpenDialog();
-          ChooseFile(file, Path("izlaz"));
-        },
-        [&] { d.Click(20253); });
+    WithNested([&](QWidget* file) { ChooseFile(file, Path("izlaz"), &seen); }, [&] { d.Click(20253); });
     d.reject();
   });
-  EXPECT_EQ(filter, CStdStrW(u"Datoteke projekcije (*.prj)|*.prj||"));
-  EXPECT_EQ(flags, OFN_OVERWRITEPROMPT | CVantrelFileDialog::kRequiredFlags);
-  EXPECT_FALSE(open);
+  EXPECT_EQ(seen.filter, CStdStrW(u"Datoteke projekcije (*.prj)|*.prj||"));
+  EXPECT_EQ(seen.flags, OFN_OVERWRITEPROMPT | CVantrelFileDialog::kRequiredFlags);
+  EXPECT_EQ(seen.open, FALSE);
   std::ifstream written(Path("izlaz.prj").toStdString());
   ASSERT_TRUE(written.good());
   std::stringstream text;
@@ -365,19 +354,30 @@ TEST_F(CSysAdvDlgTest, ToFileWritesTheSystemGivingABareNameThePrjExtension) {
 }
 
 TEST_F(CSysAdvDlgTest, AFailedWriteIsReportedWithThePath) {
-  // The none system cannot be written anywhere; its button is disabled, the command is not.
-  ProbeDlg dlg;
-  Run(dlg, [&](ProbeDlg& d) {
-    EXPECT_FALSE(d.Enabled(20253));
-    WithNested([&](QWidget* file) { ChooseFile(file, Path("prazno.prj")); }, [&] { d.OnToFile(); });
-    d.reject();
-  });
-  ASSERT_EQ(sink.Requests().size(), 1u);
-  EXPECT_EQ(sink.Requests()[0].kind, MessageKind::Error);
-  EXPECT_EQ(sink.Requests()[0].id, 933u);
-  EXPECT_EQ(sink.Requests()[0].text,
-            CStdStrW(u"Nije moguće upisati datoteku projekcije:\n") + FromQString(Path("prazno.prj")));
-  EXPECT_FALSE(QFile::exists(Path("prazno.prj")));
+  // A folder that does not exist, and the none system, which cannot be written anywhere
+  // (its button is disabled, the command is not).
+  const struct {
+    CCoordSysX csys;
+    QString path;
+  } cases[] = {
+      {FromCode(32634), Path("nema/izlaz.prj")},
+      {CCoordSysX(), Path("prazno.prj")},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.path.toStdString());
+    sink.Clear();
+    ProbeDlg dlg;
+    dlg.InitCSys(c.csys);
+    Run(dlg, [&](ProbeDlg& d) {
+      WithNested([&](QWidget* file) { ChooseFile(file, c.path); }, [&] { d.OnToFile(); });
+      d.reject();
+    });
+    ASSERT_EQ(sink.Requests().size(), 1u);
+    EXPECT_EQ(sink.Requests()[0].kind, MessageKind::Error);
+    EXPECT_EQ(sink.Requests()[0].id, 933u);
+    EXPECT_EQ(sink.Requests()[0].text, CStdStrW(u"Nije moguće upisati datoteku projekcije:\n") + FromQString(c.path));
+    EXPECT_FALSE(QFile::exists(c.path));
+  }
 }
 
 TEST_F(CSysAdvDlgTest, DoModalShowsItsHelpPageOnTheMainFrameAndPutsThePreviousOneBack) {
