@@ -9,7 +9,7 @@
 #include "dialogs/CSysEpsgDlg.h"
 #include "dialogs/DialogStrings.h"
 #include "dialogs/EditText.h"
-#include "dialogs/PropertyPage.h"
+#include "dialogs/PropertyPage.h"  // the message map's button entries
 #include "dialogs/QtText.h"
 #include "dialogs/VantrelFileDialog.h"
 #include "dialogs/WindowOps.h"
